@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "cli/cli_user_interface.h"
+
+namespace CLI {
+class App;
+}
+
+namespace quorva::cli {
+
+/// Exit statuses of every command.
+constexpr int kOk = 0;
+constexpr int kFailed = 1;
+constexpr int kUsage = 2;
+
+/// State shared by the commands of one run.
+struct Cli {
+  std::optional<std::string> home_option;
+  bool answer_yes = false;
+  bool answer_no = false;
+  CliUserInterface ui;
+  int exit_code = kOk;
+
+  /// Changes into the working folder, then runs `command` and keeps its exit status. A
+  /// folder that is not installed gives the installation message and status 2.
+  void run_in_working_folder(const std::function<int()>& command);
+};
+
+}  // namespace quorva::cli

@@ -1,0 +1,50 @@
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+
+#include "cli/cli.h"
+#include "cli/commands.h"
+#include "shell/working_folder.h"
+
+namespace quorva::cli {
+
+void Cli::run_in_working_folder(const std::function<int()>& command) {
+  FolderResult entered = enter_working_folder(choose_home(home_option));
+  if (!entered.ok) {
+    ui.show_message(entered.message);
+    exit_code = kUsage;
+    return;
+  }
+  if (answer_yes) ui.set_answer(true);
+  if (answer_no) ui.set_answer(false);
+  ScopedUserInterface port(ui);
+  exit_code = command();
+}
+
+}  // namespace quorva::cli
+
+int main(int argc, char** argv) {
+  using namespace quorva::cli;
+  Cli cli;
+  CLI::App app{"Quorva - generator of mainframe source programs (COBOL, Easytrieve, JCL).\n"
+               "Every command works in the working folder: --home DIR, else $QUORVA_HOME,\n"
+               "else the per-user folder, created on first start."};
+  app.set_version_flag("--version", "quorva " QUORVA_VERSION);
+  app.require_subcommand(1);
+  app.fallthrough();
+  app.add_option("--home", cli.home_option, "Working folder to use")->type_name("DIR");
+  auto* yes_flag = app.add_flag("--yes", cli.answer_yes, "Answer Yes to every question");
+  app.add_flag("--no", cli.answer_no, "Answer No to every question")->excludes(yes_flag);
+
+  add_init_command(app, cli);
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::Success& e) {
+    return app.exit(e);
+  } catch (const CLI::ParseError& e) {
+    app.exit(e);
+    return kUsage;
+  }
+  return cli.exit_code;
+}

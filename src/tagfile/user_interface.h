@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+namespace quorva {
+
+/// The one way the core talks to the person. The Qt front end, the command line and the
+/// tests each implement it; the core never shows anything by itself.
+class UserInterface {
+ public:
+  virtual ~UserInterface() = default;
+
+  /// A modal message with one OK button (the error popup).
+  virtual void show_message(const std::string& text) = 0;
+  /// A Yes/No question under a title; true for Yes.
+  virtual bool ask_yes_no(const std::string& title, const std::string& text) = 0;
+  /// Hands a file to the desktop's "open" action (viewer, editor, browser).
+  virtual void open_file(const std::string& path) = 0;
+  /// Sets the named progress bar to `position` out of `range` steps.
+  virtual void set_progress(const std::string& bar, int position, int range) = 0;
+  /// Replaces the status text of the running operation.
+  virtual void set_status(const std::string& text) = 0;
+};
+
+/// The port in use. Until a front end installs one, a silent port that answers No.
+UserInterface& ui();
+
+/// Installs `port` for the life of this object and restores the previous one afterwards.
+class ScopedUserInterface {
+ public:
+  explicit ScopedUserInterface(UserInterface& port);
+  ~ScopedUserInterface();
+  ScopedUserInterface(const ScopedUserInterface&) = delete;
+  ScopedUserInterface& operator=(const ScopedUserInterface&) = delete;
+
+ private:
+  UserInterface* previous_;
+};
+
+}  // namespace quorva

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "tagfile/user_interface.h"
+
+namespace quorva::test {
+
+/// Records everything the core shows and answers questions from a script (No when the
+/// script runs out). Installs itself for its lifetime.
+class RecordingUi : public UserInterface {
+ public:
+  RecordingUi();
+  ~RecordingUi() override;
+
+  void answer(bool yes) { answers_.push_back(yes); }
+
+  void show_message(const std::string& text) override { messages.push_back(text); }
+  bool ask_yes_no(const std::string& title, const std::string& text) override;
+  void open_file(const std::string& path) override { opened.push_back(path); }
+  void set_progress(const std::string& bar, int position, int range) override;
+  void set_status(const std::string& text) override { statuses.push_back(text); }
+
+  std::vector<std::string> messages;
+  std::vector<std::string> questions;  ///< title + "|" + text
+  std::vector<std::string> opened;
+  std::vector<std::string> statuses;
+  std::vector<std::string> progress;  ///< bar + ":" + position + "/" + range
+
+ private:
+  std::deque<bool> answers_;
+  ScopedUserInterface scope_;
+};
+
+}  // namespace quorva::test

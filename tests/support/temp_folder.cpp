@@ -1,0 +1,51 @@
+#include "support/temp_folder.h"
+
+#include <fstream>
+#include <random>
+#include <sstream>
+
+namespace fs = std::filesystem;
+
+namespace quorva::test {
+
+TempWorkingFolder::TempWorkingFolder(const std::string& language) : previous_(fs::current_path()) {
+  std::random_device device;
+  for (;;) {
+    path_ = fs::temp_directory_path() / ("quorva-test-" + std::to_string(device()));
+    if (fs::create_directory(path_)) break;
+  }
+  fs::create_directories(path_ / "Resource");
+  fs::create_directories(path_ / "temp" / "default");
+  if (!language.empty()) write_text(path_ / "Resource" / "QVconfig.ini", "target_language=" + language + "\n");
+  fs::current_path(path_);
+}
+
+TempWorkingFolder::~TempWorkingFolder() {
+  std::error_code ec;
+  fs::current_path(previous_, ec);
+  fs::remove_all(path_, ec);
+}
+
+std::string read_text(const fs::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::ostringstream out;
+  out << in.rdbuf();
+  return out.str();
+}
+
+void write_text(const fs::path& file, const std::string& text) {
+  if (file.has_parent_path()) fs::create_directories(file.parent_path());
+  std::ofstream out(file, std::ios::binary | std::ios::trunc);
+  out << text;
+}
+
+fs::path shared_folder() {
+#ifdef QUORVA_SHARED_DIR
+  fs::path shared(QUORVA_SHARED_DIR);
+  std::error_code ec;
+  if (fs::is_directory(shared, ec)) return shared;
+#endif
+  return {};
+}
+
+}  // namespace quorva::test

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace quorva::test {
+
+/// A fresh temporary folder made the current directory for the test's lifetime, with
+/// Resource/ and temp/ (and English messages unless asked otherwise), so the relative
+/// names of the tag files resolve inside it. Removed afterwards.
+class TempWorkingFolder {
+ public:
+  explicit TempWorkingFolder(const std::string& language = "ENG");
+  ~TempWorkingFolder();
+  TempWorkingFolder(const TempWorkingFolder&) = delete;
+  TempWorkingFolder& operator=(const TempWorkingFolder&) = delete;
+
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path previous_;
+  std::filesystem::path path_;
+};
+
+/// Whole contents of a file ("" when missing).
+std::string read_text(const std::filesystem::path& file);
+/// Writes `text` as the whole file, creating folders as needed.
+void write_text(const std::filesystem::path& file, const std::string& text);
+
+/// The sibling "shared" folder of the repository, or empty when it is absent.
+std::filesystem::path shared_folder();
+
+}  // namespace quorva::test

@@ -16,6 +16,23 @@ constexpr int kDate = 20;
 constexpr int kTime = 21;
 constexpr int kTimestamp = 22;
 constexpr int kUnknown = 99;
+// Types that real members carry beyond the eight historical words.
+constexpr int kBigint = 3;
+constexpr int kDecfloat = 4;
+constexpr int kFloat = 5;  // FLOAT, DOUBLE, REAL
+constexpr int kGraphic = 12;
+constexpr int kVargraphic = 13;
+constexpr int kBinary = 14;
+constexpr int kVarbinary = 15;
+constexpr int kClob = 16;
+constexpr int kBlob = 17;
+constexpr int kDbclob = 18;
+constexpr int kTimestampTz = 23;
+constexpr int kRowid = 30;
+constexpr int kXml = 31;
+
+/// Numeric columns take ZEROES as their null default, the others SPACES.
+constexpr bool is_numeric(int code) { return code >= kDecimal && code <= kFloat; }
 }  // namespace db2type
 
 /// One column of a table declaration, with the picture of its COBOL host variable.

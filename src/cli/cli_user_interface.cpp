@@ -8,7 +8,9 @@
 namespace quorva::cli {
 namespace {
 
-bool is_terminal(int fd) { return ::isatty(fd) == 1; }
+bool is_terminal(int fd) {
+  return ::isatty(fd) == 1;
+}
 
 }  // namespace
 
@@ -49,7 +51,8 @@ bool CliUserInterface::ask_yes_no(const std::string& title, const std::string& t
     std::string reply;
     if (!std::getline(std::cin, reply)) return false;
     if (reply == "y" || reply == "Y" || reply == "yes" || reply == "Yes") return true;
-    if (reply == "n" || reply == "N" || reply == "no" || reply == "No" || reply.empty()) return false;
+    if (reply == "n" || reply == "N" || reply == "no" || reply == "No" || reply.empty())
+      return false;
   }
 }
 

@@ -22,8 +22,8 @@ void add_init_command(CLI::App& app, Cli& cli) {
       cli.exit_code = kFailed;
       return;
     }
-    std::cout << "Working folder ready: " << std::filesystem::absolute(*folder).lexically_normal().string()
-              << '\n';
+    std::cout << "Working folder ready: "
+              << std::filesystem::absolute(*folder).lexically_normal().string() << '\n';
   });
 }
 

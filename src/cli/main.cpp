@@ -26,9 +26,10 @@ void Cli::run_in_working_folder(const std::function<int()>& command) {
 int main(int argc, char** argv) {
   using namespace quorva::cli;
   Cli cli;
-  CLI::App app{"Quorva - generator of mainframe source programs (COBOL, Easytrieve, JCL).\n"
-               "Every command works in the working folder: --home DIR, else $QUORVA_HOME,\n"
-               "else the per-user folder, created on first start."};
+  CLI::App app{
+      "Quorva - generator of mainframe source programs (COBOL, Easytrieve, JCL).\n"
+      "Every command works in the working folder: --home DIR, else $QUORVA_HOME,\n"
+      "else the per-user folder, created on first start."};
   app.set_version_flag("--version", "quorva " QUORVA_VERSION);
   app.require_subcommand(1);
   app.fallthrough();

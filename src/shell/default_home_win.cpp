@@ -9,8 +9,8 @@ namespace quorva {
 std::filesystem::path default_home() {
   wchar_t buffer[MAX_PATH];
   DWORD size = sizeof buffer;
-  if (RegGetValueW(HKEY_LOCAL_MACHINE, L"Software\\Velmora\\Quorva", L"Install_Dir",
-                   RRF_RT_REG_SZ, nullptr, buffer, &size) != ERROR_SUCCESS)
+  if (RegGetValueW(HKEY_LOCAL_MACHINE, L"Software\\Velmora\\Quorva", L"Install_Dir", RRF_RT_REG_SZ,
+                   nullptr, buffer, &size) != ERROR_SUCCESS)
     return {};
   return std::filesystem::path(buffer);
 }

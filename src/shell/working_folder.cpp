@@ -17,13 +17,17 @@ namespace fs = std::filesystem;
 namespace quorva {
 namespace {
 
-constexpr const char* kUserTags[] = {"ipaddress", "tsolibrary", "sourcedirectory", "pswtso",
+constexpr const char* kUserTags[] = {"ipaddress", "tsolibrary",  "sourcedirectory", "pswtso",
                                      "tsouser",   "nomecognome", "societa"};
 
 std::string installation_message(const fs::path& folder) {
-  // Nothing but the folder's own configuration can ask for Italian here.
-  std::string config = (folder / "Resource" / "QVconfig.ini").string();
-  std::optional<std::string> language = Leggi_tag(config, false, "target_language");
+  // A broken folder has no configuration of its own: the person's usual one, in the
+  // per-user folder, tells the language then.
+  std::optional<std::string> language =
+      Leggi_tag((folder / "Resource" / "QVconfig.ini").string(), false, "target_language");
+  if (!language)
+    language = Leggi_tag((default_home() / "Resource" / "QVconfig.ini").string(), false,
+                         "target_language");
   if (language && *language != "ENG")
     return "Programma non installato correttamente. Ripetere l'installazione";
   return "The program isn't correctly installed. Repeat the install again";
@@ -91,10 +95,11 @@ FolderResult init_working_folder(const fs::path& folder, bool force) {
   if (!Esiste_file(user) || force) {
     std::string text;
     for (const char* tag : kUserTags)
-      text += std::string(tag) + "=" +
-              (std::string(tag) == "sourcedirectory" ? source_folder_text(programs.lexically_normal())
-                                                     : "") +
-              "\n";
+      text +=
+          std::string(tag) + "=" +
+          (std::string(tag) == "sourcedirectory" ? source_folder_text(programs.lexically_normal())
+                                                 : "") +
+          "\n";
     if (!write_bytes(user, reinterpret_cast<const unsigned char*>(text.data()), text.size()))
       return {false, "I cannot write the file " + user};
     restrict_to_owner(user);

@@ -11,8 +11,7 @@ const char* header(LogKind kind) {
   return kind == LogKind::kWarning ? "Quorva - Warning Log :" : "Quorva - Error Log :";
 }
 
-void write_detail(std::FILE* f, const std::string& text, const std::string& value, int n1,
-                  int n2) {
+void write_detail(std::FILE* f, const std::string& text, const std::string& value, int n1, int n2) {
   std::fprintf(f, "%s%s", text.c_str(), value.c_str());
   if (n1 != kNoNumber) std::fprintf(f, "%d", n1);
   if (n2 != kNoNumber) std::fprintf(f, "%d", n2);

@@ -6,7 +6,8 @@
 namespace quorva {
 
 bool Lingua_inglese() {
-  std::optional<std::string> language = Leggi_tag("Resource/QVconfig.ini", false, "target_language");
+  std::optional<std::string> language =
+      Leggi_tag("Resource/QVconfig.ini", false, "target_language");
   return language && *language == "ENG";
 }
 
@@ -14,6 +15,8 @@ std::string bilingual(std::string_view english, std::string_view italian) {
   return std::string(Lingua_inglese() ? english : italian);
 }
 
-void Mostra_popup(const std::string& text) { ui().show_message(text); }
+void Mostra_popup(const std::string& text) {
+  ui().show_message(text);
+}
 
 }  // namespace quorva

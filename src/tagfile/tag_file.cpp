@@ -86,11 +86,12 @@ std::optional<std::string> read_tag(const std::string& file, bool popup, const s
   }
   if (!value || value->empty()) {
     if (popup)
-      Mostra_popup(pick(language,
-                        "WARNING,the Tag (" + tag + ") results not found or blank in the defined file :",
-                        "ATTENZIONE, Tag (" + tag +
-                            ") non trovato o risultante a spaces nel file indicato :") +
-                   file);
+      Mostra_popup(
+          pick(language,
+               "WARNING,the Tag (" + tag + ") results not found or blank in the defined file :",
+               "ATTENZIONE, Tag (" + tag +
+                   ") non trovato o risultante a spaces nel file indicato :") +
+          file);
     return std::nullopt;
   }
   return value;
@@ -124,7 +125,8 @@ void append_line(const std::string& file, bool popup, const std::string& tag,
 
 void report_rewrite_failure(bool popup, const std::string& file, const std::string& tag,
                             const char* value_label, const std::string& value) {
-  if (popup) Mostra_popup("I cannot open the output file ...", "Impossibile Aprire file in scrittura ...");
+  if (popup)
+    Mostra_popup("I cannot open the output file ...", "Impossibile Aprire file in scrittura ...");
   Scrivi_log("Impossibile Aprire il file", kNoNumber, LogKind::kError);
   detail("nomefile:", file);
   detail("str_tag:", tag);
@@ -195,7 +197,8 @@ void Modifica_tag(const std::string& file, bool popup, bool add, const std::stri
     text += '\n';
   }
   if (!found && add) text += key + value + "\n";
-  if (!write_file(file, text)) report_rewrite_failure(popup, file, tag, "stringa da modificare:", value);
+  if (!write_file(file, text))
+    report_rewrite_failure(popup, file, tag, "stringa da modificare:", value);
 }
 
 void Cancella_tag(const std::string& file, bool popup, const std::string& tag) {
@@ -296,7 +299,9 @@ void Trim_spazi(std::string& text) {
   text = text.substr(first, last - first + 1);
 }
 
-void Togli_spazi(std::string& text) { std::erase(text, ' '); }
+void Togli_spazi(std::string& text) {
+  std::erase(text, ' ');
+}
 
 bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string_view value) {
   if (tag.empty() || tag == value) return true;

@@ -17,12 +17,16 @@ UserInterface* current = &silent;
 
 }  // namespace
 
-UserInterface& ui() { return *current; }
+UserInterface& ui() {
+  return *current;
+}
 
 ScopedUserInterface::ScopedUserInterface(UserInterface& port) : previous_(current) {
   current = &port;
 }
 
-ScopedUserInterface::~ScopedUserInterface() { current = previous_; }
+ScopedUserInterface::~ScopedUserInterface() {
+  current = previous_;
+}
 
 }  // namespace quorva

@@ -16,7 +16,8 @@ TempWorkingFolder::TempWorkingFolder(const std::string& language) : previous_(fs
   }
   fs::create_directories(path_ / "Resource");
   fs::create_directories(path_ / "temp" / "default");
-  if (!language.empty()) write_text(path_ / "Resource" / "QVconfig.ini", "target_language=" + language + "\n");
+  if (!language.empty())
+    write_text(path_ / "Resource" / "QVconfig.ini", "target_language=" + language + "\n");
   fs::current_path(path_);
 }
 

@@ -311,10 +311,13 @@ bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string
   size_t pos = line.find(tag);
   while (pos != std::string::npos) {
     line.replace(pos, tag.size(), value);
-    const size_t after = pos + value.size();
+    size_t after = pos + value.size();
     if (d < 0) {
       size_t blank = line.find(' ', after);
       if (blank != std::string::npos) line.insert(blank, static_cast<size_t>(-d), ' ');
+      // Padding put right after the value is inserted text too: a tag of blanks must not
+      // find it again, or an empty value would replace the same blank forever.
+      if (blank == after) after += static_cast<size_t>(-d);
     } else if (d > 0) {
       for (long i = 0; i < d; ++i) {
         size_t run = line.find("  ", after);

@@ -24,6 +24,8 @@ TEST(ColumnReplace, KeepsLaterColumnsWhereItCan) {
       {"A#B#C  ", "#", "123", "A123B123C ", false},
       {"KK KK", "KK", "KKK", "KKK KKK", false},  // an inserted value is never searched again
       {"same", "same", "same", "same", true},
+      {"a  b", " ", "", "a b", true},  // padding is never searched again
+      {"x    y", "  ", " ", "x   y", true},
       {"text", "", "x", "text", true},
       {"no tag here", "ZZ", "Y", "no tag here", true},
   };

@@ -1,0 +1,73 @@
+#include "dclgen/dclgen_member.h"
+
+#include <sstream>
+
+#include "dclgen/member_lines.h"
+#include "tagfile/tag_file.h"
+
+namespace quorva {
+namespace {
+
+bool holds_declaration(const std::string& line) {
+  return line.find("EXEC") != std::string::npos && line.find("SQL") != std::string::npos &&
+         line.find("DECLARE") != std::string::npos && line.find("TABLE") != std::string::npos;
+}
+
+// The word after the level number of a " 01 " line, up to a blank or a period.
+std::string level01_name(const std::string& line) {
+  std::size_t at = line.find(" 01 ") + 4;
+  at = line.find_first_not_of(' ', at);
+  if (at == std::string::npos) return {};
+  std::size_t end = line.find_first_of(" .", at);
+  return line.substr(at, end == std::string::npos ? std::string::npos : end - at);
+}
+
+}  // namespace
+
+std::optional<DclgenTableInfo> parse_table_info(std::string_view text) {
+  std::optional<DclgenTableInfo> info;
+  for (const std::string& line : split_member_lines(text)) {
+    if (is_comment_line(line)) continue;
+    if (!info) {
+      if (!holds_declaration(line)) continue;
+      std::istringstream words(line.substr(line.find("DECLARE") + 7));
+      std::string name;
+      words >> name;
+      if (name.empty() || name == "TABLE") return std::nullopt;
+      info.emplace();
+      std::size_t dot = name.rfind('.');
+      if (dot != std::string::npos) {
+        info->owner = name.substr(0, dot);
+        name.erase(0, dot + 1);
+      }
+      info->table = name;
+    } else if (line.size() >= 8 && line.find(" 01 ") != std::string::npos) {
+      info->structure = level01_name(line);
+      break;
+    }
+  }
+  return info;
+}
+
+std::optional<DclgenTableInfo> read_table_info(const std::string& path) {
+  std::optional<std::string> text = read_member_file(path);
+  if (!text) return std::nullopt;
+  return parse_table_info(*text);
+}
+
+std::string kept_description_tag(char letter) {
+  return std::string("QVDESC*") + letter;
+}
+
+std::optional<std::string> read_kept_description(const std::string& path, char letter) {
+  return Leggi_tag(path, false, kept_description_tag(letter));
+}
+
+bool write_kept_description(const std::string& path, char letter, const std::string& text) {
+  if (text.find_first_of("\r\n") != std::string::npos) return false;
+  if (!Esiste_file(path)) return false;
+  Modifica_tag(path, false, true, kept_description_tag(letter), text);
+  return true;
+}
+
+}  // namespace quorva

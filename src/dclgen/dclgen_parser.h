@@ -1,0 +1,54 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "dclgen/dclgen_column.h"
+
+namespace quorva {
+
+/// Outcome of one pass: `message` is the person's text (already in their language) when
+/// the pass failed.
+struct DclgenPassResult {
+  bool ok = false;
+  std::string message;
+};
+
+/// Reads a DCLGEN member in two passes over the same text: the SQL pass builds the column
+/// list from the table declaration, the COBOL pass gives each column the picture of its
+/// host variable.
+class DclgenParser {
+ public:
+  /// Clears and refills the column list from the declaration.
+  DclgenPassResult parse_sql(std::string_view text);
+  DclgenPassResult parse_sql_file(const std::string& path);
+  /// Fills the pictures of the columns already listed; `compress` normalises them.
+  DclgenPassResult parse_cobol(std::string_view text, bool compress);
+  /// As parse_cobol, compressing as ENABLE_COBOL_VARS_COMPRESSION of the configuration says.
+  DclgenPassResult parse_cobol_file(const std::string& path);
+  /// Both passes on a member file, stopping at the first failure.
+  DclgenPassResult parse_file(const std::string& path);
+
+  std::vector<DclgenColumn>& columns() { return columns_; }
+  const std::vector<DclgenColumn>& columns() const { return columns_; }
+  const std::string& structure() const { return structure_; }  ///< level-01 name
+  const std::string& names_prefix() const { return names_prefix_; }
+  bool colsuffix() const { return colsuffix_; }
+
+ private:
+  void read_options(const std::string& comment);
+  void take_statement(std::string statement, bool compress);
+  void match_picture(std::string name, const std::string& picture);
+
+  std::vector<DclgenColumn> columns_;
+  std::string structure_;
+  std::string names_prefix_;
+  bool colsuffix_ = false;
+  int varchar_group_ = 0;
+};
+
+/// The message of a member file that cannot be opened.
+std::string cannot_open_member_message(const std::string& path);
+
+}  // namespace quorva

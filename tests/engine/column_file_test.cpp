@@ -1,0 +1,121 @@
+#include "engine/column_file.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace quorva {
+namespace {
+
+using test::read_text;
+using test::RecordingUi;
+using test::TempWorkingFolder;
+using test::write_text;
+
+DclgenColumn column(const std::string& name, int type, const std::string& length,
+                    const std::string& picture, int not_null, int ordinal) {
+  DclgenColumn c;
+  c.name = name;
+  c.type_code = type;
+  c.length_text = length;
+  c.cobol_picture = picture;
+  c.not_null = not_null;
+  c.ordinal = ordinal;
+  return c;
+}
+
+const std::vector<DclgenColumn> kColumns = {
+    column("CUST_ID", db2type::kDecimal, "(7,2)", "S9(05)V9(02) COMP-3", 1, 0),
+    column("CUST_NAME", db2type::kChar, "(10)", "X(10)", 0, 2),
+    column("NOTE", db2type::kUnknown, "", "", 0, 5),
+};
+
+TEST(ColumnFile, WritesRecordsWithTwoBlanksAndReadsThemBack) {
+  TempWorkingFolder folder;
+  RecordingUi ui;
+  ASSERT_TRUE(Riscrivi_tag_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery, true,
+                                   "CUSTOMER", "CL-|NAME", kColumns));
+  EXPECT_EQ(read_text("temp/col_select.dat"),
+            "[SELECT1-QUERY]\n<CUSTOMER>\n<CL-|NAME>\n"
+            "CUST_ID  0  (7,2)  S9(05)V9(02)_COMP-3  1  0  0\n"
+            "CUST_NAME  10  (10)  X(10)  0  2  1\n"
+            "NOTE  99  NULL  NULL  0  5  2\n"
+            "[/SELECT1-QUERY]\n");
+  auto block = Leggi_colonne_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery);
+  ASSERT_TRUE(block);
+  EXPECT_EQ(block->member, "CUSTOMER");
+  EXPECT_EQ(block->access_text, "CL-|NAME");
+  std::vector<DclgenColumn> expected = kColumns;
+  expected[1].null_indicator = 1;
+  expected[2].null_indicator = 2;
+  EXPECT_EQ(block->columns, expected);
+}
+
+TEST(ColumnFile, RewriteKeepsOtherBlocksAndEmptySelectionRemoves) {
+  TempWorkingFolder folder;
+  RecordingUi ui;
+  const std::string other =
+      "[SELECT1-WHERE]\n<CUSTOMER>\n<CL-|NAME>\nNOTE  99  NULL  NULL  0  5  1\n"
+      "[/SELECT1-WHERE]\n# kept\n[SELECT2-QUERY]\n<T2>\n<>\nA  1  NULL  S9(9)_COMP  1  0  0\n"
+      "[/SELECT2-QUERY]\n";
+  write_text(
+      "temp/col_select.dat",
+      "[SELECT1-QUERY]\n<OLD>\n<X>\nOLD  1  NULL  NULL  1  0  0\n[/SELECT1-QUERY]\n" + other);
+  ASSERT_TRUE(Riscrivi_tag_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery, true,
+                                   "CUSTOMER", "P-", {kColumns[0]}));
+  EXPECT_EQ(read_text("temp/col_select.dat"),
+            other +
+                "[SELECT1-QUERY]\n<CUSTOMER>\n<P->\n"
+                "CUST_ID  0  (7,2)  S9(05)V9(02)_COMP-3  1  0  0\n[/SELECT1-QUERY]\n");
+  ASSERT_TRUE(Riscrivi_tag_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery, true,
+                                   "CUSTOMER", "P-", {}));
+  EXPECT_EQ(read_text("temp/col_select.dat"), other);
+  auto absent = Leggi_colonne_treedb2("temp/col_select.dat", "SELECT3", Selection::kQuery);
+  ASSERT_TRUE(absent);
+  EXPECT_TRUE(absent->columns.empty());
+}
+
+TEST(ColumnFile, FailuresAreReportedAndLogged) {
+  TempWorkingFolder folder;
+  RecordingUi ui;
+  EXPECT_FALSE(Leggi_colonne_treedb2("temp/none.dat", "SELECT1", Selection::kQuery));
+  EXPECT_FALSE(Riscrivi_tag_treedb2("", "SELECT1", Selection::kWhere, true, "M", "", kColumns));
+  write_text("temp/col_fetch.dat", "[FETCH1-WHERE]\n<M>\n<>\nA  1  NULL\n[/FETCH1-WHERE]\n");
+  EXPECT_FALSE(Leggi_colonne_treedb2("temp/col_fetch.dat", "FETCH1", Selection::kWhere));
+  EXPECT_EQ(ui.messages, (std::vector<std::string>{"WARNING, I cannot open the filetemp/none.dat",
+                                                   "The file name or the Master Tag are NULL !!"}));
+  EXPECT_NE(read_text("error.log")
+                .find("\nERROR :Errore ne' Riscrivi_tag_treedb2: Dati "
+                      "mancanti-99\nERROR :nome_file:\nERROR :Dclgen name:M"),
+            std::string::npos);
+}
+
+TEST(ColumnFile, HostNamingStyles) {
+  const DclgenColumn c = column("CUST_NAME_X", db2type::kChar, "(10)", "X(10)", 0, 11);
+  const struct {
+    const char* text;
+    const char* expected;
+    const char* formatted;
+  } cases[] = {
+      {"CL-|NAME", "CL-CUST-NAME-X", "CL-|NAME"},
+      {"D012-|NUMBER", "D012-12", "D012-|NUMBER"},
+      {"WS-", "WS-CUST-NAME-X", "WS-|NAME"},
+      {"", "CUST-NAME-X", "|NAME"},
+  };
+  for (const auto& k : cases) {
+    HostNaming naming = parse_host_naming(k.text);
+    EXPECT_EQ(naming.host_variable(c), k.expected) << k.text;
+    EXPECT_EQ(format_host_naming(naming), k.formatted) << k.text;
+  }
+  EXPECT_EQ(access_kind_from_letter('U'), AccessKind::kUpdate);
+  EXPECT_FALSE(access_kind_from_letter('X'));
+  EXPECT_STREQ(column_file_name(AccessKind::kDelete), "temp/col_delete.dat");
+  EXPECT_EQ(access_letter(AccessKind::kFetch), 'F');
+}
+
+}  // namespace
+}  // namespace quorva

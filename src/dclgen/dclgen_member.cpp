@@ -26,7 +26,7 @@ std::string level01_name(const std::string& line) {
 
 std::optional<DclgenTableInfo> parse_table_info(std::string_view text) {
   std::optional<DclgenTableInfo> info;
-  for (const std::string& line : split_member_lines(text)) {
+  for (const std::string& line : member_cards(text)) {
     if (is_comment_line(line)) continue;
     if (!info) {
       if (!holds_declaration(line)) continue;

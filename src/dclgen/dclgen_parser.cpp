@@ -132,7 +132,7 @@ std::string cannot_open_member_message(const std::string& path) {
 DclgenPassResult DclgenParser::parse_sql(std::string_view text) {
   columns_.clear();
   bool declared = false;
-  for (std::string line : split_member_lines(text)) {
+  for (std::string line : member_cards(text)) {
     if (line.size() > kSqlLineLimit) line.resize(kSqlLineLimit);
     if (line.size() < 7 || is_blank_line(line) || is_comment_line(line)) continue;
     if (!declared) {
@@ -190,7 +190,7 @@ DclgenPassResult DclgenParser::parse_cobol(std::string_view text, bool compress)
   colsuffix_ = false;
   varchar_group_ = 0;
   std::string statement;
-  for (std::string line : split_member_lines(text)) {
+  for (std::string line : member_cards(text)) {
     if (line.size() < 8 || is_blank_line(line)) continue;
     if (is_comment_line(line)) {
       read_options(line);

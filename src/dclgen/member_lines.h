@@ -15,6 +15,11 @@ std::optional<std::string> read_member_file(const std::string& path);
 /// newline still counts.
 std::vector<std::string> split_member_lines(std::string_view text);
 
+/// The card images of a member: its lines, without the "nnnnnn " numbers that an ISPF
+/// listing puts before every card (recognised only when every line carries one and the
+/// comment stars stand 7 columns to the right).
+std::vector<std::string> member_cards(std::string_view text);
+
 /// True for a COBOL comment line: "*" in column 7.
 inline bool is_comment_line(const std::string& line) {
   return line.size() > 6 && line[6] == '*';

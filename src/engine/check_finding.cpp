@@ -1,0 +1,52 @@
+#include "engine/check_finding.h"
+
+#include <regex>
+
+namespace quorva {
+
+bool opens_instream_data(const std::string& jcl_line) {
+  if (jcl_line.rfind("//*", 0) == 0) return false;
+  static const std::regex kInstream(R"(\sDD\s+(\*|DATA)(\s|,|$))");
+  return std::regex_search(jcl_line, kInstream);
+}
+
+CheckedProgram split_program(const std::string& name, CheckLanguage language,
+                             const std::string& text) {
+  CheckedProgram program;
+  program.name = name;
+  program.language = language;
+  size_t start = 0;
+  while (start < text.size()) {
+    size_t end = text.find('\n', start);
+    if (end == std::string::npos) end = text.size();
+    std::string line = text.substr(start, end - start);
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    program.lines.push_back(std::move(line));
+    start = end + 1;
+  }
+  bool in_data = false;
+  for (const std::string& line : program.lines) {
+    bool jcl = line.rfind("//", 0) == 0 || line.rfind("/*", 0) == 0;
+    if (jcl) {
+      program.kinds.push_back(CheckLineKind::kJcl);
+      in_data = language == CheckLanguage::kCobol && opens_instream_data(line);
+      continue;
+    }
+    bool cobol_margin = line.size() > 6 && line.compare(0, 6, "      ") == 0;
+    if (in_data && !cobol_margin) {
+      program.kinds.push_back(CheckLineKind::kInstreamData);
+      continue;
+    }
+    in_data = false;
+    program.kinds.push_back(CheckLineKind::kSource);
+  }
+  return program;
+}
+
+void add_finding(std::vector<CheckFinding>& findings, const CheckedProgram& program, size_t index,
+                 std::string message) {
+  findings.push_back({static_cast<int>(index) + 1, std::move(message),
+                      index < program.lines.size() ? program.lines[index] : std::string()});
+}
+
+}  // namespace quorva

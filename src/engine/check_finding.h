@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace quorva {
+
+/// One fault found in a generated program: its 1-based line, what is wrong, and the line.
+struct CheckFinding {
+  int line = 0;
+  std::string message;
+  std::string text;
+};
+
+/// Language of a generated program's source part.
+enum class CheckLanguage { kCobol, kEasytrieve };
+
+/// What each line of a generated program is.
+enum class CheckLineKind { kSource, kJcl, kInstreamData };
+
+/// A generated program split into its source, JCL and in-stream data lines.
+struct CheckedProgram {
+  std::string name;  ///< program name (the file name without ".txt")
+  CheckLanguage language = CheckLanguage::kCobol;
+  std::vector<std::string> lines;
+  std::vector<CheckLineKind> kinds;  ///< one per line
+};
+
+/// Splits program text into lines ("\n" ends, a "\r" before it dropped) and classifies them:
+/// a line starting "//" or "/*" is JCL; for COBOL, the lines after a "DD *" or "DD DATA"
+/// statement up to "/*" or the next JCL line are in-stream data unless they carry the
+/// six-blank COBOL margin. Easytrieve lines are source wherever they stand, as the
+/// interpreter's SYSIN is the program itself.
+CheckedProgram split_program(const std::string& name, CheckLanguage language,
+                             const std::string& text);
+
+/// True when a JCL line opens in-stream data ("DD *" or "DD DATA").
+bool opens_instream_data(const std::string& jcl_line);
+
+/// Adds a finding for line index `index` (0-based) of the program.
+void add_finding(std::vector<CheckFinding>& findings, const CheckedProgram& program, size_t index,
+                 std::string message);
+
+}  // namespace quorva

@@ -1,0 +1,93 @@
+#include "engine/check_program.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+#include "engine/check_easytrieve.h"
+#include "engine/check_jcl.h"
+#include "engine/check_layout.h"
+#include "engine/check_leftovers.h"
+#include "tagfile/tag_file.h"
+
+namespace fs = std::filesystem;
+
+namespace quorva {
+
+CheckLanguage detect_language(const std::string& text) {
+  static const std::regex kDivision(R"(\b(IDENTIFICATION|ID|PROCEDURE)\s+DIVISION\b)",
+                                    std::regex::icase);
+  return std::regex_search(text, kDivision) ? CheckLanguage::kCobol : CheckLanguage::kEasytrieve;
+}
+
+CheckReport check_program_text(const std::string& name, CheckLanguage language,
+                               const std::string& text, const CheckOptions& options) {
+  CheckReport report;
+  report.read = true;
+  report.file = name;
+  CheckedProgram program = split_program(name, language, text);
+  auto append = [&](std::vector<CheckFinding> more) {
+    report.findings.insert(report.findings.end(), more.begin(), more.end());
+  };
+  append(check_layout(program));
+  append(check_leftovers(program));
+  append(check_jcl(program));
+  if (language == CheckLanguage::kEasytrieve) {
+    append(check_easytrieve(program));
+  } else if (options.compile) {
+    CobolCheckResult compiled = check_cobol(program, options.folders);
+    if (!compiled.ran) report.notes.push_back(compiled.message);
+    append(compiled.findings);
+  }
+  std::stable_sort(report.findings.begin(), report.findings.end(),
+                   [](const CheckFinding& a, const CheckFinding& b) { return a.line < b.line; });
+  return report;
+}
+
+CheckReport check_program_file(const std::string& path, std::optional<CheckLanguage> language,
+                               CheckOptions options) {
+  std::ifstream in(path, std::ios::binary);
+  if (!in) {
+    CheckReport report;
+    report.file = path;
+    report.message = "The program file cannot be read: " + path;
+    return report;
+  }
+  std::ostringstream text;
+  text << in.rdbuf();
+  fs::path file(path);
+  if (options.folders.dclgen_folder.empty())
+    options.folders.dclgen_folder = file.has_parent_path() ? file.parent_path() : fs::path(".");
+  CheckReport report = check_program_text(
+      file.stem().string(), language.value_or(detect_language(text.str())), text.str(), options);
+  report.file = path;
+  return report;
+}
+
+std::optional<std::string> current_program_file() {
+  std::optional<std::string> folder = Leggi_tag("Resource/User.dat", false, "sourcedirectory");
+  std::optional<std::string> name = Leggi_tag("temp/Parbase.dat", false, "nomeprogr");
+  if (!folder || !name) return std::nullopt;
+  return *folder + *name + ".txt";
+}
+
+std::optional<CheckLanguage> recorded_language() {
+  std::optional<std::string> language = Leggi_tag("temp/Parbase.dat", false, "linguaggio");
+  if (!language) return std::nullopt;
+  return *language == "cobol" ? CheckLanguage::kCobol : CheckLanguage::kEasytrieve;
+}
+
+std::string format_findings(const CheckReport& report) {
+  std::string out;
+  for (const CheckFinding& finding : report.findings) {
+    out += report.file;
+    if (finding.line > 0) out += ":" + std::to_string(finding.line);
+    out += ": " + finding.message + "\n";
+    if (finding.line > 0) out += "    " + finding.text + "\n";
+  }
+  return out;
+}
+
+}  // namespace quorva

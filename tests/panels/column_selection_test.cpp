@@ -1,0 +1,108 @@
+#include "panels/column_selection.h"
+
+#include <gtest/gtest.h>
+
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+#include "tagfile/tag_file.h"
+
+namespace quorva {
+namespace {
+
+constexpr const char* kMember =
+    "      *        NAMES(CL-)\n"
+    "           EXEC SQL DECLARE EMP TABLE\n"
+    "           ( EMP_ID     INTEGER NOT NULL,\n"
+    "             EMP_NAME   CHAR(20),\n"
+    "             EMP_MAIL   CHAR(40),\n"
+    "             EMP_SINCE  DATE NOT NULL\n"
+    "           ) END-EXEC.\n"
+    "       01  DCLEMP.\n"
+    "           10 CL-1     PIC S9(9) USAGE COMP.\n"
+    "           10 CL-2     PIC X(20).\n"
+    "           10 CL-3     PIC X(40).\n"
+    "           10 CL-4     PIC X(10).\n";
+
+TEST(ColumnSelectionTest, SelectDetailsAndSearch) {
+  test::TempWorkingFolder folder;
+  test::RecordingUi ui;
+  ColumnSelection dialog(AccessKind::kSelect, 1, "EMP", Selection::kWhere);
+  EXPECT_EQ(dialog.title(), "SELECT - - Check the WHERE Columns for the EMP");
+  ASSERT_TRUE(dialog.open_text(kMember));
+  EXPECT_EQ(dialog.tree_items().size(), 5u);
+  EXPECT_EQ(dialog.structure_name, "DCLEMP");
+  EXPECT_EQ(dialog.prefix, "CL-");
+  EXPECT_TRUE(dialog.numbered());
+  EXPECT_EQ(dialog.status(), "Tot.<1> problems found parsing DCLgen!!!");
+
+  dialog.select_all();
+  dialog.select(0, false);
+  EXPECT_EQ(dialog.selected_count_text(), "Tot. Selected:3");
+  EXPECT_EQ(dialog.details(), "Name      :EMP_ID\nType        :INTEGER\nValue       : S9(9) COMP.");
+
+  // Search: the same text moves on, past the last hit it says so and restarts.
+  EXPECT_EQ(dialog.search("EMP_"), 0);
+  EXPECT_EQ(dialog.search("EMP_"), 1);
+  EXPECT_EQ(dialog.search("MAIL"), 2);
+  EXPECT_EQ(dialog.search("MAIL"), std::nullopt);
+  EXPECT_EQ(ui.messages.back(), "I've not found FURTHER occurrences of the reseached field:MAIL");
+  EXPECT_EQ(dialog.search("MAIL"), 2);
+  EXPECT_EQ(dialog.search("NOPE"), std::nullopt);
+  EXPECT_EQ(ui.messages.back(), "I've not found the researched field:NOPE");
+
+  EXPECT_FALSE(dialog.set_null_box(0, true));
+  EXPECT_TRUE(dialog.set_null_box(4, true));
+  EXPECT_EQ(dialog.status(), "Some Null values has been Forced!");
+}
+
+TEST(ColumnSelectionTest, OkWritesBlockAndStructureThenLoadsItBack) {
+  test::TempWorkingFolder folder;
+  test::RecordingUi ui;
+  {
+    ColumnSelection dialog(AccessKind::kFetch, 2, "EMP", Selection::kQuery);
+    ASSERT_TRUE(dialog.open_text(kMember));
+    dialog.select(0);
+    dialog.select(2);
+    dialog.select(3);
+    dialog.set_null_box(4, true);  // EMP_SINCE forced nullable
+    dialog.structure_name = "WS-EMP";
+    ASSERT_TRUE(dialog.ok());
+  }
+  EXPECT_EQ(test::read_text("temp/col_fetch.dat"),
+            "[FETCH2-QUERY]\n<EMP>\n<CL-|NUMBER>\n"
+            "EMP_ID  1  NULL  S9(9)_COMP.  1  0  0\n"
+            "EMP_MAIL  10  (40)  X(40).  0  2  1\n"
+            "EMP_SINCE  20  NULL  X(10).  0  3  2\n"
+            "[/FETCH2-QUERY]\n");
+  EXPECT_EQ(Leggi_tag("temp/key2value.dat", false, "LEV01-2F"), "WS-EMP");
+
+  ColumnSelection again(AccessKind::kFetch, 2, "EMP", Selection::kQuery);
+  ASSERT_TRUE(again.open_text(kMember));
+  again.structure_name.clear();
+  ASSERT_TRUE(again.load_previous_selection());
+  EXPECT_EQ(again.selected_count(), 3);
+  EXPECT_FALSE(again.is_selected(1));
+  EXPECT_EQ(again.columns()[3].not_null, 0);
+  EXPECT_EQ(again.status(), "Some Null values has been Forced!");
+  EXPECT_EQ(again.structure_name, "WS-EMP");
+
+  // DELETE keeps no structure name; an empty selection removes the block.
+  ColumnSelection remove(AccessKind::kDelete, 1, "EMP", Selection::kWhere);
+  ASSERT_TRUE(remove.open_text(kMember));
+  ASSERT_TRUE(remove.ok());
+  EXPECT_FALSE(Leggi_tag("temp/key2value.dat", false, "LEV01-1D"));
+}
+
+TEST(ColumnSelectionTest, UnreadableMemberOffersNoColumns) {
+  test::TempWorkingFolder folder;
+  test::RecordingUi ui;
+  ColumnSelection dialog(AccessKind::kSelect, 1, "NONE", Selection::kQuery);
+  EXPECT_FALSE(dialog.open("NONE.DCL"));
+  EXPECT_TRUE(dialog.columns().empty());
+  EXPECT_EQ(ui.messages.back(), "WARNING! I cannot open the following File:NONE.DCL");
+  EXPECT_FALSE(dialog.open_text("       01  ONLY.\n"));
+  EXPECT_NE(ui.messages.back().find("I've not found Db2 Data"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace quorva

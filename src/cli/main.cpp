@@ -38,6 +38,7 @@ int main(int argc, char** argv) {
   app.add_flag("--no", cli.answer_no, "Answer No to every question")->excludes(yes_flag);
 
   add_init_command(app, cli);
+  add_check_command(app, cli);
 
   try {
     app.parse(argc, argv);

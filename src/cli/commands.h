@@ -13,6 +13,9 @@ struct Cli;
 // Each group of subcommands registers itself on the application.
 void add_init_command(CLI::App& app, Cli& cli);
 void add_check_command(CLI::App& app, Cli& cli);
+void add_generate_commands(CLI::App& app, Cli& cli);
+void add_dclgen_command(CLI::App& app, Cli& cli);
+void add_columns_command(CLI::App& app, Cli& cli);
 
 /// Checks a generated program (empty: the current one) and prints its findings; the exit
 /// status is 0 when there is none, 1 with findings or an unreadable file, 2 with no program.

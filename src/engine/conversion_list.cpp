@@ -1,0 +1,126 @@
+#include "engine/conversion_list.h"
+
+#include <algorithm>
+#include <cctype>
+#include <ctime>
+#include <fstream>
+#include <optional>
+
+#include "tagfile/log.h"
+#include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
+
+namespace quorva {
+namespace {
+
+std::string two_digits(int n) {
+  return (n < 10 ? "0" : "") + std::to_string(n);
+}
+
+void add_user_value(ConversionList& list, const char* key, const char* tag) {
+  std::optional<std::string> value = Leggi_tag(kUserFile, false, tag);
+  if (value) list.push_back({key, *value});
+}
+
+}  // namespace
+
+bool Leggi_all_K2V_tag(const std::string& file, bool report, ConversionList& list) {
+  if (file.empty()) {
+    Scrivi_log("Errore nella richiesta di lettura Leggi_all_K2V_tag.", kNoNumber, LogKind::kError);
+    Mostra_popup("nomefile:");
+    return false;
+  }
+  std::ifstream in(file, std::ios::binary);
+  if (!in) {
+    if (report)
+      Mostra_popup("WARNING, I cannot open the file:" + file,
+                   "ATTENZIONE, impossibile aprire il file:" + file);
+    return false;
+  }
+  std::string line;
+  while (std::getline(in, line)) {
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    const std::size_t equals = line.find('=');
+    if (equals == std::string::npos || equals + 1 == line.size()) continue;
+    list.push_back({line.substr(0, equals), line.substr(equals + 1)});
+  }
+  return true;
+}
+
+bool Leggi_all_K2Value_coll(bool report, int slots, ConversionList& list) {
+  bool ok = true;
+  for (int n = 1; n <= slots; ++n) {
+    std::optional<std::string> file =
+        Leggi_tag(kCustomK2VFile, false, "Key2Value_" + two_digits(n));
+    if (!file) continue;
+    if (!Esiste_file(*file)) {
+      if (report)
+        Mostra_popup("The Collection of Key to Value file has not been found!!" + *file,
+                     "Il file Collezione Chiave a Valore non e' stato trovato!!!!" + *file);
+      else
+        Scrivi_log("Errore file non trovato in Leggi_all_K2Value_coll.", kNoNumber,
+                   LogKind::kError);
+      continue;
+    }
+    if (!Leggi_all_K2V_tag(*file, report, list)) {
+      ok = false;
+      break;
+    }
+  }
+  std::erase_if(list, [](const ConversionPair& pair) { return pair.key == "desc_key2value"; });
+  return ok;
+}
+
+std::string header_date() {
+  std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  static const char* const kMonths[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                        "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+  // Month names fixed in English, as the C locale prints them, whatever the desktop locale.
+  char text[32];
+  std::snprintf(text, sizeof text, "%02d/%s/%04d", local.tm_mday, kMonths[local.tm_mon],
+                local.tm_year + 1900);
+  return text;
+}
+
+std::string access_list_value(const ProgramDefinition& def) {
+  std::string text = "[";
+  if (def.select > 0) text += "SEL/";
+  if (def.fetch > 0) text += "FET/";
+  if (def.update > 0) text += "UPD/";
+  if (def.insert > 0) text += "INS/";
+  if (def.remove > 0) text += "DEL/";
+  if (def.commit) text += "COMM/";
+  if (def.rollback) text += "ROLL/";
+  text.back() = ']';
+  return text;
+}
+
+void build_conversion_list(const ProgramDefinition& def, const HeaderValues& header,
+                           ConversionList& list) {
+  list.clear();
+  if (!header.template_version.empty()) list.push_back({"<VRS>", header.template_version});
+  list.push_back({"<++++++>", def.name});
+  for (std::size_t i = 0; i < def.description.size(); ++i) {
+    std::string upper = def.description[i];
+    for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    list.push_back({"<DESCRIZIONE-PROGRAMMA" + std::to_string(i + 1) + ">", upper});
+  }
+  list.push_back({"//.///.////", header.date});
+  add_user_value(list, "<----->", "tsouser");
+  add_user_value(list, "<NOME-COGNOME>", "nomecognome");
+  add_user_value(list, "<NOME-SOCIETA>", "societa");
+  list.push_back({"<SEL/FET/DEL/INS/UPD/ROL/COM>", access_list_value(def)});
+  Leggi_all_K2V_tag(kKey2ValueFile, true, list);
+  Leggi_all_K2Value_coll(true, kCollectionSlots, list);
+}
+
+void apply_conversions(const ConversionList& list, std::string& line) {
+  if (line.find('#') != std::string::npos) Sostituisci_in_colonna(line, "#", "1");
+  for (const ConversionPair& pair : list)
+    if (!pair.key.empty() && line.find(pair.key) != std::string::npos)
+      Sostituisci_in_colonna(line, pair.key, pair.value);
+}
+
+}  // namespace quorva

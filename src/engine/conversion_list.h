@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "engine/program_definition.h"
+
+namespace quorva {
+
+/// One key-to-value pair; keys are matched exactly, case-sensitively.
+struct ConversionPair {
+  std::string key;
+  std::string value;
+};
+using ConversionList = std::vector<ConversionPair>;
+
+constexpr const char* kKey2ValueFile = "temp/key2value.dat";
+constexpr const char* kCustomK2VFile = "temp/customK2V.dat";
+constexpr const char* kUserFile = "Resource/User.dat";
+constexpr int kCollectionSlots = 25;
+
+/// Appends the pairs of one key-to-value file, in file order. False when it cannot be read.
+bool Leggi_all_K2V_tag(const std::string& file, bool report, ConversionList& list);
+
+/// Appends the pairs of the chosen collections (slots 1..`slots` of temp/customK2V.dat),
+/// then removes every `desc_key2value` pair.
+bool Leggi_all_K2Value_coll(bool report, int slots, ConversionList& list);
+
+/// The values the header placeholders take that do not come from the program definition.
+struct HeaderValues {
+  std::string template_version;  ///< `quormem` of the template; empty when missing
+  std::string date;              ///< "%d/%b/%Y"
+};
+
+/// Today's date as the header shows it ("21/Nov/2026").
+std::string header_date();
+
+/// "[SEL/FET/UPD/INS/DEL/COMM/ROLL" with its last character turned into "]".
+std::string access_list_value(const ProgramDefinition& def);
+
+/// Clears `list` and fills it: header placeholders, temp/key2value.dat, the collections.
+void build_conversion_list(const ProgramDefinition& def, const HeaderValues& header,
+                           ConversionList& list);
+
+/// "#" to "1", then every pair in list order, column-preserving.
+void apply_conversions(const ConversionList& list, std::string& line);
+
+}  // namespace quorva

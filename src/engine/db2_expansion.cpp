@@ -1,0 +1,119 @@
+#include "engine/db2_expansion.h"
+
+#include <cctype>
+
+#include "tagfile/log.h"
+#include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
+
+// Implementation details: position 3 names the access kind, the block's occurrence k the
+// access, position 4 the selection (X QUERY, W WHERE) and position 5 the form: "A" one line
+// per column, "1" the same with the first list separator blanked on the first column, "N"
+// one line per nullable column in the null-indicator form.
+
+namespace quorva {
+namespace {
+
+constexpr std::size_t kTextColumn = 6;
+
+bool is_word_char(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) || c == '-' || c == '_';
+}
+
+// Blanks the first "," or the first word "AND" of the text part, keeping the columns.
+void blank_first_separator(std::string& line) {
+  for (std::size_t i = kTextColumn; i < line.size(); ++i) {
+    if (line[i] == ',') {
+      line[i] = ' ';
+      return;
+    }
+    if (line.compare(i, 3, "AND") == 0 && (i == 0 || !is_word_char(line[i - 1])) &&
+        (i + 3 >= line.size() || !is_word_char(line[i + 3]))) {
+      line.replace(i, 3, "   ");
+      return;
+    }
+  }
+}
+
+std::string two_digits(int n) {
+  return (n >= 0 && n < 10 ? "0" : "") + std::to_string(n);
+}
+
+void replace(std::string& line, std::string_view tag, const std::string& value) {
+  if (line.find(tag) != std::string::npos) Sostituisci_in_colonna(line, tag, value);
+}
+
+std::string null_name(AccessKind kind, int k, Selection selection, const std::string& number) {
+  return std::string("WRK-NULL-") + access_letter(kind) + std::to_string(k) +
+         (selection == Selection::kQuery ? "Q" : "W") + "-" + number;
+}
+
+}  // namespace
+
+bool is_db2_line(const std::string& line) {
+  return line.size() >= 4 && line[1] == '2' && (line[3] == 'X' || line[3] == 'W');
+}
+
+const ColumnBlock* Db2Expansion::block(AccessKind kind, int k, Selection selection) {
+  const auto key = std::make_tuple(static_cast<int>(kind), k, static_cast<int>(selection));
+  auto found = blocks_.find(key);
+  if (found == blocks_.end()) {
+    const std::string master = std::string(access_word(kind)) + std::to_string(k);
+    std::optional<ColumnBlock> read;
+    if (Esiste_file(column_file_name(kind)))
+      read = Leggi_colonne_treedb2(column_file_name(kind), master, selection, false);
+    found = blocks_.emplace(key, std::move(read)).first;
+  }
+  return found->second && !found->second->columns.empty() ? &*found->second : nullptr;
+}
+
+void Db2Expansion::expand(const std::string& line, int k,
+                          const std::function<void(std::string)>& emit) {
+  const char form = line.size() > 4 ? line[4] : ' ';
+  if (form != '1' && form != 'A' && form != 'N') {
+    Scrivi_log("Flag 5 non riconosciuto :" + line, kNoNumber, LogKind::kError);
+    return;
+  }
+  const std::optional<AccessKind> kind = access_kind_from_letter(line[2]);
+  const Selection selection = line[3] == 'X' ? Selection::kQuery : Selection::kWhere;
+  const ColumnBlock* columns = kind ? block(*kind, k, selection) : nullptr;
+  if (!columns) {
+    // No selection yet: one comment line that reads as the access's to-do.
+    std::string comment = line;
+    if (comment.size() < kTextColumn) comment.resize(kTextColumn, ' ');
+    if (comment.size() > kTextColumn && comment[kTextColumn] == ' ')
+      comment[kTextColumn] = '*';
+    else
+      comment.insert(kTextColumn, 1, '*');
+    replace(comment, "<DB2_VAL>", "column-name");
+    replace(comment, "<COBOL_VAL>", "host-variable");
+    replace(comment, "CAMPO-ALL", "host-variable");
+    replace(comment, "<PIC_VAL>", "X(10)");
+    if (kind) replace(comment, "WRK-NULL-ALL", null_name(*kind, k, selection, "00"));
+    emit(std::move(comment));
+    return;
+  }
+  const HostNaming naming = parse_host_naming(columns->access_text);
+  const std::string db2_missing = bilingual("*DB2_not_found*", "*DB2_non_trovata*");
+  const std::string pic_missing = bilingual("*PIC_not_found*", "*PIC_non_trovata*");
+  bool first = true;
+  for (const DclgenColumn& column : columns->columns) {
+    if (form == 'N' && column.not_null != 0) continue;
+    std::string out = line;
+    if (form == '1' && first) blank_first_separator(out);
+    first = false;
+    const std::string host = column.name.empty() ? pic_missing : naming.host_variable(column);
+    replace(out, "<DB2_VAL>", column.name.empty() ? db2_missing : column.name);
+    replace(out, "<COBOL_VAL>", host);
+    replace(out, "<PIC_VAL>", column.cobol_picture.empty() ? pic_missing : column.cobol_picture);
+    if (form == 'N') {
+      replace(out, "WRK-NULL-ALL",
+              null_name(*kind, k, selection, two_digits(column.null_indicator)));
+      replace(out, "CAMPO-ALL", host);
+      if (!db2type::is_numeric(column.type_code)) replace(out, "ZEROES", "SPACES");
+    }
+    emit(std::move(out));
+  }
+}
+
+}  // namespace quorva

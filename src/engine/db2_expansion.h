@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <tuple>
+
+#include "engine/column_file.h"
+
+namespace quorva {
+
+/// True for a line that the DB2 column expansion takes: "2" in position 2 and "X" or "W"
+/// in position 4.
+bool is_db2_line(const std::string& line);
+
+/// Expands DB2 template lines into one line per selected column. The column files are read
+/// once, the first time an access is asked for.
+class Db2Expansion {
+ public:
+  /// Produces the lines of `line` (its "#" already numbered) for access `k`; each goes to
+  /// `emit`. A line with no selection behind it becomes one comment line to complete.
+  void expand(const std::string& line, int k, const std::function<void(std::string)>& emit);
+
+ private:
+  const ColumnBlock* block(AccessKind kind, int k, Selection selection);
+
+  std::map<std::tuple<int, int, int>, std::optional<ColumnBlock>> blocks_;
+};
+
+}  // namespace quorva

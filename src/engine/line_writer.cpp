@@ -1,0 +1,45 @@
+#include "engine/line_writer.h"
+
+#include "engine/flag_table.h"
+
+namespace quorva {
+
+bool break_line(int break_point, char continuation, int indent, std::string& line) {
+  if (break_point < 1 || static_cast<int>(line.size()) <= break_point) return false;
+  if (line.find_first_not_of(' ', break_point) == std::string::npos) return false;
+  int at = break_point;
+  while (at >= 1 && line[at] != ' ') --at;
+  if (at < 1) return false;
+  line.insert(at, std::string(" ") + continuation + "\n" + std::string(indent, ' '));
+  return true;
+}
+
+LineWriter::LineWriter(const ProgramDefinition& def, const ConversionList& conversions,
+                       int cobol_break, int easytrieve_break)
+    : def_(def),
+      conversions_(conversions),
+      break_point_(def.cobol() ? cobol_break : easytrieve_break),
+      continuation_(def.cobol() ? ' ' : '+') {}
+
+void LineWriter::scrivi_riga_output(std::string line) {
+  if (line.size() >= 4 && filtered_out(line[3], def_)) return;
+  apply_conversions(conversions_, line);
+  if (def_.thru && line.find("PERFORM") != std::string::npos)
+    for (char& c : line)
+      if (c == '.') c = ' ';
+  if (!line.empty() && (line[0] == 'J' || line[0] == 'E'))
+    line.erase(0, 6);
+  else
+    line.replace(0, 6, 6, ' ');
+  if (break_line(break_point_, continuation_, kContinuationIndent, line)) ++lines_written_;
+  line += '\n';
+  text_ += line;
+  ++lines_written_;
+  if (first_kept_ < 3) {
+    ++first_kept_;
+    line.pop_back();
+    first_lines_ += line + "\r\n";
+  }
+}
+
+}  // namespace quorva

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "engine/conversion_list.h"
+#include "engine/program_definition.h"
+
+namespace quorva {
+
+constexpr int kCobolBreakPoint = 72;
+constexpr int kEasytrieveBreakPoint = 78;
+constexpr int kContinuationIndent = 10;
+
+/// Breaks `line` once at the last blank at or before `break_point` (index from 0, down to
+/// 1), inserting " " + continuation + "\n" + ten blanks. True when the line was broken.
+bool break_line(int break_point, char continuation, int indent, std::string& line);
+
+/// The output program under construction: every selected template line goes through
+/// `scrivi_riga_output`, which filters, converts, sets the margin and breaks it.
+class LineWriter {
+ public:
+  LineWriter(const ProgramDefinition& def, const ConversionList& conversions, int cobol_break,
+             int easytrieve_break);
+
+  /// Writes zero, one or two physical lines for one template line.
+  void scrivi_riga_output(std::string line);
+
+  const std::string& text() const { return text_; }
+  int lines_written() const { return lines_written_; }
+  /// The first three lines written, each followed by "\r\n".
+  const std::string& first_lines() const { return first_lines_; }
+
+ private:
+  const ProgramDefinition& def_;
+  const ConversionList& conversions_;
+  int break_point_;
+  char continuation_;
+  std::string text_;
+  std::string first_lines_;
+  int lines_written_ = 0;
+  int first_kept_ = 0;
+};
+
+}  // namespace quorva

@@ -1,0 +1,125 @@
+#include "engine/output_pass.h"
+
+#include <string_view>
+#include <vector>
+
+#include "tagfile/tag_file.h"
+
+// Implementation details: a repeated block is kept as the indexes of its lines and written
+// when a line with another flag code arrives or the template ends. A custom-code tag line
+// with the block's own flag code belongs to the block; any other tag line first closes the
+// pending block, so the inserted code lands where the tag stands.
+
+namespace quorva {
+namespace {
+
+// The first three characters as flag evaluation sees them (short lines padded with blanks).
+std::string flag_code(const std::string& line) {
+  std::string code = line.substr(0, 3);
+  code.resize(3, ' ');
+  return code;
+}
+
+char position4(const std::string& line) {
+  return line.size() >= 4 ? line[3] : ' ';
+}
+
+bool numbered_after_excel(std::string_view code) {
+  return code == "CFO" || code == "EFO" || code == "JCO" || code == "JEO";
+}
+
+std::string prefix_of(const std::string& line) {
+  std::string prefix = line.substr(0, 6);
+  prefix.resize(6, ' ');
+  return prefix;
+}
+
+void number(std::string& line, const std::string& occurrence) {
+  if (line.find('#') != std::string::npos) Sostituisci_in_colonna(line, "#", occurrence);
+}
+
+struct Block {
+  std::string code;
+  int count = 0;
+  std::vector<std::size_t> members;
+};
+
+class Walker {
+ public:
+  Walker(const LoadedTemplate& lines, OutputPass& pass) : lines_(lines), pass_(pass) {}
+
+  void line(std::size_t index) {
+    const std::string& raw = lines_[index];
+    const std::string code = flag_code(raw);
+    if (auto inserted = pass_.custom.tag_lines(raw, pass_.def)) {
+      if (block_.count > 0 && code == block_.code) {
+        block_.members.push_back(index);
+        return;
+      }
+      flush();
+      const std::string prefix = prefix_of(raw);
+      for (const std::string& text : **inserted) pass_.writer.scrivi_riga_output(prefix + text);
+      return;
+    }
+    if (block_.count > 0 && code != block_.code) flush();
+    const FlagEntry* entry = pass_.flags.find(code);
+    if (!entry || filtered_out(position4(raw), pass_.def)) return;
+    if (entry->count == 0) {
+      pass_.writer.scrivi_riga_output(raw);
+      return;
+    }
+    if (block_.count == 0) {
+      block_.code = code;
+      block_.count = entry->count;
+    }
+    block_.members.push_back(index);
+  }
+
+  void flush() {
+    if (block_.count == 0) return;
+    Block block = std::move(block_);
+    block_ = Block{};
+    const int offset = numbered_after_excel(block.code) ? pass_.def.excel_files : 0;
+    auto emit = [this](std::string text) { pass_.writer.scrivi_riga_output(std::move(text)); };
+    for (int k = 1; k <= block.count; ++k) {
+      const std::string occurrence = std::to_string(k + offset);
+      for (std::size_t index : block.members) {
+        const std::string& raw = lines_[index];
+        if (auto inserted = pass_.custom.tag_lines(raw, pass_.def)) {
+          const std::string prefix = prefix_of(raw);
+          for (const std::string& text : **inserted) {
+            std::string out = prefix + text;
+            number(out, occurrence);
+            pass_.writer.scrivi_riga_output(std::move(out));
+          }
+          continue;
+        }
+        std::string out = raw;
+        number(out, occurrence);
+        if (is_db2_line(out))
+          pass_.db2.expand(out, k, emit);
+        else
+          pass_.writer.scrivi_riga_output(std::move(out));
+      }
+    }
+  }
+
+ private:
+  const LoadedTemplate& lines_;
+  OutputPass& pass_;
+  Block block_;
+};
+
+}  // namespace
+
+void write_program(const LoadedTemplate& lines, OutputPass& pass,
+                   const std::function<void(int)>& progress) {
+  Walker walker(lines, pass);
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    walker.line(i);
+    if (progress) progress(static_cast<int>(i) + 1);
+  }
+  walker.flush();
+}
+
+}  // namespace quorva

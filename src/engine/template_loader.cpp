@@ -1,0 +1,118 @@
+#include "engine/template_loader.h"
+
+#include <fstream>
+#include <optional>
+#include <sstream>
+
+#include "tagfile/log.h"
+#include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
+
+namespace quorva {
+namespace {
+
+constexpr const char* kMarker = "[THE CODE BEGINS HERE]";
+
+void check_client_version(const std::string& template_name) {
+  std::optional<std::string> client = Leggi_tag(template_name, true, "client");
+  if (!client) return;
+  std::string value = *client;
+  Trim_spazi(value);
+  if (value == kClientVersion) return;
+  Scrivi_log(bilingual("There is Client Version difference... It's suggested to update Quorva "
+                       "Client or your Quormem.txt file. ",
+                       "E' stata riscontrata una differenza di versione Client... Si consiglia di "
+                       "aggiornare il Quorva o il file Quormem.txt. "),
+             kNoNumber, LogKind::kWarning);
+  Scrivi_log_dettaglio(
+      bilingual("The current Client Version is:", "La versione corrente del Client e':"),
+      std::string("==>") + kClientVersion + "<==", kNoNumber, kNoNumber, LogKind::kWarning);
+  Scrivi_log_dettaglio(
+      bilingual("The required Client Version to use all QuorMEM tags is (tag:'client'):",
+                "La versione del client richiesto dal file QuorMEM (tag:'client'):"),
+      "==>" + *client + "<==", kNoNumber, kNoNumber, LogKind::kWarning);
+}
+
+// Reads lines as the loader does; returns the code lines after the marker.
+LoadedTemplate split_code(std::istream& in, int declared, const std::function<void(int)>& step) {
+  LoadedTemplate lines;
+  bool begun = false;
+  std::string line;
+  while (std::getline(in, line)) {
+    if (!begun) {
+      std::string trimmed = line;
+      if (!trimmed.empty() && trimmed.back() == '\r') trimmed.pop_back();
+      Trim_spazi(trimmed);
+      begun = trimmed == kMarker;
+      continue;
+    }
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    if (step && static_cast<int>(lines.size()) <= declared)
+      step(static_cast<int>(lines.size()) + 1);
+    lines.push_back(std::move(line));
+  }
+  return lines;
+}
+
+void warn_size(const std::string& template_name, int read, int declared) {
+  Mostra_popup(
+      "Warning! The size of the Source Pseudo Code File is different from the size declared "
+      "inside it,\nprobably due to some modifications from the user inside the file:" +
+          template_name +
+          "\nIn this time you will not obtain a perfect alignment inside the progress bar..."
+          "\nReaded Lines:" +
+          std::to_string(read) + "\nDeclared Lines:" + std::to_string(declared) +
+          "\n\nB e  C a r e f u l !!! Before to proceed with the program, Quorva will update "
+          "this number for next times.\nThis operation could require some second more.",
+      "Attenzione!, la dimensione del sorgente di pseudocodice e' differente da quella "
+      "dichiarata nello stesso,\nprobabilmente a causa di qualche modifica da parte "
+      "dell'utente dentro al file:" +
+          template_name +
+          "\nCio' comportera' la mancata precisione delle barre di progresso..."
+          "\nRighe Preallocate:" +
+          std::to_string(read) + "\nRighe Dichiarate:" + std::to_string(declared) +
+          "\n\nA t t e n z i o n e ! Prima di procedere il programma aggiornera il tag "
+          "'numlines' per un corretto utilizzo successivo.\nL'operazione potrebbe richiedere "
+          "qualche secondo in piu'.");
+}
+
+}  // namespace
+
+std::string choose_template() {
+  std::optional<std::string> alternative =
+      Leggi_tag(kConfigFile, false, "ALTERNATIVE_QUORMEM_FILE");
+  if (!alternative) return kDefaultTemplate;
+  if (alternative->find('/') == std::string::npos && alternative->find('\\') == std::string::npos)
+    return "Resource/" + *alternative;
+  return *alternative;
+}
+
+int read_declared_count(const std::string& template_name) {
+  return Leggi_tag_int(template_name, true, "numlines");
+}
+
+bool preallocate(const std::string& template_name, int declared, LoadedTemplate& lines,
+                 const std::function<void(int)>& step) {
+  check_client_version(template_name);
+  lines.clear();
+  std::ifstream in(template_name, std::ios::binary);
+  if (!in) {
+    Mostra_popup("WARNING, It's impossible to open the file:" + template_name,
+                 "ATTENZIONE, impossibile aprire il file:" + template_name);
+    return false;
+  }
+  lines = split_code(in, declared, step);
+  in.close();
+  const int read = static_cast<int>(lines.size());
+  if (read == declared) return true;
+  warn_size(template_name, read, declared);
+  Modifica_tag(template_name, true, false, "numlines", std::to_string(read));
+  return true;
+}
+
+LoadedTemplate code_lines_of(const std::string& text) {
+  std::istringstream in(text);
+  return split_code(in, 0, nullptr);
+}
+
+}  // namespace quorva

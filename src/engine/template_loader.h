@@ -1,0 +1,33 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace quorva {
+
+constexpr const char* kDefaultTemplate = "Resource/Quormem.txt";
+constexpr const char* kConfigFile = "Resource/QVconfig.ini";
+/// The client version this system is; templates name the one they need under `client`.
+constexpr const char* kClientVersion = "1.33";
+
+/// The template in use: ALTERNATIVE_QUORMEM_FILE when set (a bare file name is looked
+/// for in Resource/), else Resource/Quormem.txt.
+std::string choose_template();
+
+/// The declared code-line count (`numlines`), -1 when missing (the person is told).
+int read_declared_count(const std::string& template_name);
+
+/// The code lines of a template, in file order, as read.
+using LoadedTemplate = std::vector<std::string>;
+
+/// Loads the code lines after the marker, checking the client version and the declared
+/// count (rewriting `numlines` when it differs). `step` is called once per line up to the
+/// declared count. False when the template cannot be opened.
+bool preallocate(const std::string& template_name, int declared, LoadedTemplate& lines,
+                 const std::function<void(int)>& step);
+
+/// Splits template text the way the loader reads it (for tests and the fuzz target).
+LoadedTemplate code_lines_of(const std::string& text);
+
+}  // namespace quorva

@@ -1,0 +1,100 @@
+#include "engine/line_writer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "engine/conversion_list.h"
+
+namespace quorva {
+namespace {
+
+std::string written(const ProgramDefinition& def, const ConversionList& list,
+                    const std::string& line) {
+  LineWriter writer(def, list, kCobolBreakPoint, kEasytrieveBreakPoint);
+  writer.scrivi_riga_output(line);
+  return writer.text();
+}
+
+TEST(LineWriter, FilterMarginThruAndNumbering) {
+  const ProgramDefinition cobol;
+  const ProgramDefinition thru{.thru = true, .comments = true};
+  const ProgramDefinition easy{.language = ProgramDefinition::kEasytrieve};
+  const ConversionList none;
+  const struct {
+    const ProgramDefinition* def;
+    const char* line;
+    const char* expected;
+  } cases[] = {
+      {&cobol, "C  B  MOVE A TO B.", "      MOVE A TO B.\n"},
+      {&cobol, "C  R  dropped unless routine", ""},
+      {&cobol, "C  *  comment dropped without commenti", ""},
+      {&thru, "C  *  comment kept", "      comment kept\n"},
+      {&cobol, "C  N  needs parameter cards", ""},
+      {&cobol, "C", "      \n"},
+      {&cobol, "E  B  FILE A#", "FILE A1\n"},
+      {&cobol, "JC    //STEP# EXEC", "//STEP1 EXEC\n"},
+      {&cobol, "jC    //lower case keeps margin", "      //lower case keeps margin\n"},
+      {&cobol, "JC", "\n"},
+      {&thru, "C  T      PERFORM 1000-A THRU 1000-A-EX.",
+       "          PERFORM 1000-A THRU 1000-A-EX \n"},
+      {&cobol, "C     PERFORM 1000-A.", "      PERFORM 1000-A.\n"},
+      {&easy, "E     #-#", "1-1\n"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(written(*c.def, none, c.line), c.expected) << c.line;
+}
+
+TEST(LineWriter, BreaksOnceAtTheLanguageBreakPoint) {
+  const std::string text66 = std::string(60, 'A') + " BBBBB";  // 72 with the margin
+  const struct {
+    const char* name;
+    int break_point;
+    char continuation;
+    std::string line;
+    std::string expected;
+  } cases[] = {
+      {"exactly at the break point", 72, ' ', "      " + text66, "      " + text66},
+      {"only blanks after it", 72, ' ', "      " + text66 + "    ", "      " + text66 + "    "},
+      {"no blank to break at", 72, ' ', std::string(80, 'X'), std::string(80, 'X')},
+      {"broken at the last blank", 72, ' ', "      " + text66 + "C",
+       "      " + std::string(60, 'A') + "  \n           BBBBBC"},
+      {"easytrieve continuation", 10, '+', "ABCD EFGH IJKL", "ABCD EFGH +\n           IJKL"},
+  };
+  for (const auto& c : cases) {
+    std::string line = c.line;
+    EXPECT_EQ(break_line(c.break_point, c.continuation, kContinuationIndent, line),
+              c.expected != c.line)
+        << c.name;
+    EXPECT_EQ(line, c.expected) << c.name;
+  }
+  const ProgramDefinition def;
+  const ConversionList none;
+  LineWriter writer(def, none, kCobolBreakPoint, kEasytrieveBreakPoint);
+  writer.scrivi_riga_output("C     " + text66 + "C");
+  writer.scrivi_riga_output("C     " + std::string(100, 'Z'));
+  EXPECT_EQ(writer.lines_written(), 4);  // the margin gives the second line a blank
+}
+
+TEST(LineWriter, ConversionsInListOrderWithReconversion) {
+  const ConversionList list = {
+      {"<A>", "<B>"}, {"<B>", "VALUE-B"}, {"", "never"}, {"KEY", "KEY"}, {"<A>", "unused"}};
+  const ProgramDefinition def;
+  EXPECT_EQ(written(def, list, "C     MOVE <A>   TO KEY  #."), "      MOVE VALUE-B TO KEY 1.\n");
+}
+
+TEST(ConversionList, HeaderValuesAndAccessList) {
+  ProgramDefinition def{.name = "PGM1", .description = {"first line", "second"}};
+  EXPECT_EQ(access_list_value(def), "]");
+  def.select = def.fetch = 1;
+  EXPECT_EQ(access_list_value(def), "[SEL/FET]");
+  def.update = def.insert = def.remove = 2;
+  def.commit = def.rollback = true;
+  EXPECT_EQ(access_list_value(def), "[SEL/FET/UPD/INS/DEL/COMM/ROLL]");
+  const std::string date = header_date();
+  EXPECT_EQ(date.size(), 11u);
+  EXPECT_EQ(date[2], '/');
+  EXPECT_EQ(date[6], '/');
+}
+
+}  // namespace
+}  // namespace quorva

@@ -13,6 +13,7 @@ struct Cli;
 // Each group of subcommands registers itself on the application.
 void add_init_command(CLI::App& app, Cli& cli);
 void add_check_command(CLI::App& app, Cli& cli);
+void add_generate_commands(CLI::App& app, Cli& cli);
 void add_dclgen_command(CLI::App& app, Cli& cli);
 void add_columns_command(CLI::App& app, Cli& cli);
 

@@ -39,6 +39,7 @@ int main(int argc, char** argv) {
 
   add_init_command(app, cli);
   add_check_command(app, cli);
+  add_generate_commands(app, cli);
   add_dclgen_command(app, cli);
   add_columns_command(app, cli);
 

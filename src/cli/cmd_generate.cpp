@@ -1,0 +1,57 @@
+#include <CLI/CLI.hpp>
+
+#include <fstream>
+#include <iostream>
+
+#include "cli/cli.h"
+#include "cli/commands.h"
+#include "engine/generator.h"
+#include "tagfile/log.h"
+#include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
+
+namespace quorva::cli {
+namespace {
+
+bool print_file(const std::string& name) {
+  std::ifstream in(name, std::ios::binary);
+  if (!in) return false;
+  std::cout << in.rdbuf();
+  return true;
+}
+
+}  // namespace
+
+void add_generate_commands(CLI::App& app, Cli& cli) {
+  app.add_subcommand("generate", "Generate the program defined in the working folder (GO)")
+      ->callback([&cli] {
+        cli.run_in_working_folder([] {
+          Generator generator;
+          generator.open_panel();
+          GenerationResult result = generator.go();
+          if (result.status == GenerationResult::kStopped) return kFailed;
+          if (result.status == GenerationResult::kDone) std::cout << result.output_name << '\n';
+          return kOk;
+        });
+      });
+  app.add_subcommand("preview", "Print the generated program")->callback([&cli] {
+    cli.run_in_working_folder([] {
+      const std::string name = Generator::output_name(false);
+      if (name.empty() || !print_file(name)) {
+        Mostra_popup("Cannot find the following file:\n" + name,
+                     "Non trovo il seguente file :\n" + name);
+        return kFailed;
+      }
+      return kOk;
+    });
+  });
+  app.add_subcommand("warnings", "Print the warnings of the last generation")->callback([&cli] {
+    cli.run_in_working_folder([] {
+      if (!print_file(log_file_name(LogKind::kWarning))) return kFailed;
+      std::cout << '\n';
+      return kOk;
+    });
+  });
+}
+
+}  // namespace quorva::cli

@@ -23,17 +23,23 @@ bool print_file(const std::string& name) {
 }  // namespace
 
 void add_generate_commands(CLI::App& app, Cli& cli) {
-  app.add_subcommand("generate", "Generate the program defined in the working folder (GO)")
-      ->callback([&cli] {
-        cli.run_in_working_folder([] {
-          Generator generator;
-          generator.open_panel();
-          GenerationResult result = generator.go();
-          if (result.status == GenerationResult::kStopped) return kFailed;
-          if (result.status == GenerationResult::kDone) std::cout << result.output_name << '\n';
-          return kOk;
-        });
-      });
+  auto* generate =
+      app.add_subcommand("generate", "Generate the program defined in the working folder (GO)");
+  auto check = std::make_shared<bool>(false);
+  generate->add_flag("--check", *check,
+                     "Check the generated program afterwards, as quorva check does; exit 1 on "
+                     "any finding");
+  generate->callback([&cli, check] {
+    cli.run_in_working_folder([&cli, check] {
+      Generator generator;
+      generator.open_panel();
+      GenerationResult result = generator.go();
+      if (result.status == GenerationResult::kStopped) return kFailed;
+      if (result.status != GenerationResult::kDone) return kOk;
+      std::cout << result.output_name << '\n';
+      return *check ? run_check(cli, result.output_name, true) : kOk;
+    });
+  });
   app.add_subcommand("preview", "Print the generated program")->callback([&cli] {
     cli.run_in_working_folder([] {
       const std::string name = Generator::output_name(false);

@@ -5,9 +5,9 @@
 namespace quorva {
 namespace {
 
-std::string two_digits(std::size_t count) {
-  std::string digits = std::to_string(count);
-  return digits.size() < 2 ? "0" + digits : digits;
+void append_two_digits(std::string& out, std::size_t count) {
+  if (count < 10) out.push_back('0');
+  out.append(std::to_string(count));
 }
 
 // Collapses the runs of `symbol` outside parentheses that some other character follows.
@@ -31,8 +31,10 @@ bool collapse_runs(std::string& picture, char symbol) {
     std::size_t end = i;
     while (end < picture.size() && picture[end] == symbol) ++end;
     if (end < picture.size() && picture[end] != '(') {
-      out += symbol;
-      out += "(" + two_digits(end - i) + ")";
+      out.push_back(symbol);
+      out.push_back('(');
+      append_two_digits(out, end - i);
+      out.push_back(')');
       changed = true;
     } else {
       out.append(picture, i, end - i);
@@ -44,15 +46,17 @@ bool collapse_runs(std::string& picture, char symbol) {
 }
 
 bool zero_fill_counts(std::string& picture) {
+  std::string out;
   bool changed = false;
-  for (std::size_t open = picture.find('('); open != std::string::npos;
-       open = picture.find('(', open + 1)) {
-    if (open + 2 < picture.size() && picture[open + 2] == ')' &&
-        std::isdigit(static_cast<unsigned char>(picture[open + 1]))) {
-      picture.insert(open + 1, "0");
+  for (std::size_t i = 0; i < picture.size(); ++i) {
+    out.push_back(picture[i]);
+    if (picture[i] == '(' && i + 2 < picture.size() && picture[i + 2] == ')' &&
+        std::isdigit(static_cast<unsigned char>(picture[i + 1]))) {
+      out.push_back('0');
       changed = true;
     }
   }
+  if (changed) picture.swap(out);
   return changed;
 }
 
@@ -64,7 +68,11 @@ bool normalise_picture(std::string& picture) {
   bool changed = collapsed || zero_fill_counts(picture);
   std::size_t alpha = picture.find("X(");
   if (alpha != std::string::npos) {
-    picture.insert(alpha, " ");
+    std::string out;
+    out.append(picture, 0, alpha);
+    out.push_back(' ');
+    out.append(picture, alpha, std::string::npos);
+    picture.swap(out);
     changed = true;
   }
   return changed;

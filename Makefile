@@ -12,6 +12,7 @@ QUORVA     := $(BUILD)/src/quorva
 run: build
 	@if [ ! -d "$(DEMO)/Resource" ]; then $(QUORVA) init $(DEMO); fi
 	@echo "Demo working folder: $(abspath $(DEMO))"
+	@$(QUORVA) --home $(DEMO) generate --yes | sed 's/^/Generated program: /'
 
 test: build build-asan
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

@@ -8,6 +8,7 @@
 #include <cctype>
 #include <cstdio>
 #include <fstream>
+#include <map>
 #include <random>
 #include <regex>
 #include <sstream>
@@ -231,16 +232,30 @@ class ScratchFolder {
 
 // Members NAME.DCL become copybooks NAME.cpy (upper-case name, as COPY names them), with
 // their own SQL declarations stubbed.
-void prepare_copybooks(const fs::path& dclgen_folder, const fs::path& copy_folder) {
+std::map<std::string, fs::path> prepare_copybooks(const fs::path& dclgen_folder,
+                                                  const fs::path& copy_folder) {
+  std::map<std::string, fs::path> members;
   std::error_code ec;
   for (const auto& entry : fs::directory_iterator(dclgen_folder, ec)) {
     const fs::path& file = entry.path();
     if (upper(file.extension().string()) != ".DCL" || !entry.is_regular_file(ec)) continue;
     std::string text = read_file(file);
     CheckedProgram member = split_program("", CheckLanguage::kCobol, text);
-    write_lines(copy_folder / (upper(file.stem().string()) + ".cpy"),
-                stub_precompile(member.lines));
+    std::string copybook = upper(file.stem().string()) + ".cpy";
+    write_lines(copy_folder / copybook, stub_precompile(member.lines));
+    members[copybook] = file;
   }
+  return members;
+}
+
+// The text of line `number` (1-based) of a file, "" when it has fewer lines.
+std::string line_of(const fs::path& file, int number) {
+  std::ifstream in(file, std::ios::binary);
+  std::string line;
+  for (int i = 0; i < number && std::getline(in, line); ++i) {
+  }
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  return line;
 }
 
 }  // namespace
@@ -267,7 +282,9 @@ CobolCheckResult check_cobol(const CheckedProgram& program, const CobolCopyFolde
   source = stub_precompile(source);
   fs::path copy_folder = scratch.path() / "copy";
   fs::create_directory(copy_folder);
-  if (!folders.dclgen_folder.empty()) prepare_copybooks(folders.dclgen_folder, copy_folder);
+  std::map<std::string, fs::path> members;
+  if (!folders.dclgen_folder.empty())
+    members = prepare_copybooks(folders.dclgen_folder, copy_folder);
   std::string file_name = "PROGRAM.cbl";
   if (!write_lines(scratch.path() / file_name, source)) {
     result.message = "the COBOL source could not be written for the syntax check";
@@ -293,14 +310,20 @@ CobolCheckResult check_cobol(const CheckedProgram& program, const CobolCopyFolde
     if (file.filename() == file_name) {
       add_finding(result.findings, program, static_cast<size_t>(number - 1), message);
     } else {
-      result.findings.push_back({0,
-                                 message + " (in copybook " + file.filename().string() + " line " +
-                                     std::to_string(number) + ")",
-                                 ""});
+      // A fault in a member is shown on the member's own line (the stub keeps its lines).
+      auto member = members.find(file.filename().string());
+      fs::path shown = member != members.end() ? member->second
+                       : !folders.resource_folder.empty()
+                           ? folders.resource_folder / file.filename()
+                           : file.filename();
+      result.findings.push_back(
+          {number, message,
+           member != members.end() ? line_of(member->second, number) : line_of(file, number),
+           shown.string()});
     }
   }
   if (output.status != 0 && result.findings.empty())
-    result.findings.push_back({0, "cobc failed: " + output.output, ""});
+    result.findings.push_back({0, "cobc failed: " + output.output, "", ""});
   return result;
 }
 

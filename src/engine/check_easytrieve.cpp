@@ -67,15 +67,25 @@ std::vector<std::string> referenced_files(const std::vector<std::string>& w) {
   return names;
 }
 
+bool all_digits(const std::string& word) {
+  return !word.empty() && word.find_first_not_of("0123456789") == std::string::npos;
+}
+
+// "NAME W 5 P 0" or "NAME 10 30 A": a field of the library section.
+bool is_field_definition(const std::vector<std::string>& w) {
+  return w.size() >= 3 && (w[1] == "W" || w[1] == "S" || all_digits(w[1])) && all_digits(w[2]);
+}
+
 }  // namespace
 
 std::vector<CheckFinding> check_easytrieve(const CheckedProgram& program) {
   std::vector<CheckFinding> findings;
   std::vector<EasytrieveStatement> statements = easytrieve_statements(program);
-  std::set<std::string> files;
+  std::set<std::string> files, reports;
   for (const EasytrieveStatement& statement : statements) {
     std::vector<std::string> w = easytrieve_words(statement.text);
     if (w.size() > 1 && w[0] == "FILE") files.insert(w[1]);
+    if (w.size() > 1 && w[0] == "REPORT") reports.insert(w[1]);
   }
   std::vector<Opening> open;
   bool in_activity = false;
@@ -103,6 +113,10 @@ std::vector<CheckFinding> check_easytrieve(const CheckedProgram& program) {
       in_reports = false;
     } else if (verb == "FILE" && in_activity) {
       report("FILE statement after the first activity: files are defined before JOB");
+    } else if (in_activity && !in_reports && is_field_definition(w)) {
+      report(
+          "field definition after the first activity: fields are defined before JOB "
+          "(or with DEFINE)");
     } else if (verb == "REPORT") {
       if (!in_activity) report("REPORT before any JOB activity");
       in_reports = true;
@@ -126,6 +140,8 @@ std::vector<CheckFinding> check_easytrieve(const CheckedProgram& program) {
                (open.empty() || open.back().keyword != "CASE")) {
       report(verb + " outside a CASE");
     }
+    if (verb == "PRINT" && w.size() > 1 && !reports.count(w[1]))
+      report("report " + w[1] + " has no REPORT statement");
     for (const std::string& name : referenced_files(w))
       if (!files.count(name)) report("file " + name + " has no FILE statement");
   }

@@ -46,7 +46,7 @@ CheckedProgram split_program(const std::string& name, CheckLanguage language,
 void add_finding(std::vector<CheckFinding>& findings, const CheckedProgram& program, size_t index,
                  std::string message) {
   findings.push_back({static_cast<int>(index) + 1, std::move(message),
-                      index < program.lines.size() ? program.lines[index] : std::string()});
+                      index < program.lines.size() ? program.lines[index] : std::string(), ""});
 }
 
 }  // namespace quorva

@@ -6,10 +6,13 @@
 namespace quorva {
 
 /// One fault found in a generated program: its 1-based line, what is wrong, and the line.
+/// `file` names another file the fault lies in (a DCLGEN member or copybook); empty for
+/// the program itself.
 struct CheckFinding {
   int line = 0;
   std::string message;
   std::string text;
+  std::string file;
 };
 
 /// Language of a generated program's source part.

@@ -188,7 +188,7 @@ void check_dd(const CheckedProgram& program, const JclStatement& dd,
     report("invalid DISP=" + disp);
     return;
   }
-  if (parts[0] != "NEW" || dummy) return;
+  if ((parts[0] != "NEW" && !parts[0].empty()) || dummy) return;  // status defaults to NEW
   std::string unit = keyword(ops, "UNIT");
   bool tape = unit.find("TAPE") != std::string::npos || unit.find("CART") != std::string::npos ||
               unit == "3480" || unit == "3490" || unit == "3590";

@@ -82,7 +82,7 @@ std::optional<CheckLanguage> recorded_language() {
 std::string format_findings(const CheckReport& report) {
   std::string out;
   for (const CheckFinding& finding : report.findings) {
-    out += report.file;
+    out += finding.file.empty() ? report.file : finding.file;
     if (finding.line > 0) out += ":" + std::to_string(finding.line);
     out += ": " + finding.message + "\n";
     if (finding.line > 0) out += "    " + finding.text + "\n";

@@ -71,6 +71,9 @@ const PlantedFault kFaults[] = {
     {"new data set without SPACE", true, "SPACE=(TRK,(10,5),RLSE),", "", 6, "needs SPACE="},
     {"new data set without LRECL", true, ",DCB=(RECFM=FB,LRECL=80)", ",DCB=(RECFM=FB)", 6,
      "record length"},
+    {"default NEW without SPACE", true,
+     "DISP=(NEW,CATLG,DELETE),\n//            SPACE=(TRK,(10,5),RLSE),",
+     "DISP=(,CATLG,DELETE),\n//           ", 6, "needs SPACE="},
     {"bad DISP", true, "DISP=SHR\n//ORDOUT", "DISP=OLDX\n//ORDOUT", 5, "invalid DISP=OLDX"},
     {"bad JCL name", true, "//STEPLIB  DD", "//1STEPLIB DD", 4, "invalid JCL name"},
     {"no JOB", true,
@@ -85,6 +88,10 @@ const PlantedFault kFaults[] = {
      "  LINE 1 IN-ID IN-NAME\n  WS-COUNT = 0\n", 31, "activity logic after a REPORT"},
     {"PARM not first", false, "PARM LINK(EZTORD R)\n* ORDERS REPORT\n",
      "* ORDERS REPORT\nFILE EXTRA\nPARM LINK(EZTORD R)\n", 12, "PARM must be the first"},
+    {"field after JOB", false, "  PRINT ORDREP\n", "LATE-FIELD W 5 N\n", 26,
+     "field definition after the first activity"},
+    {"unknown report", false, "  PRINT ORDREP\n", "  PRINT ORDREPX\n", 26,
+     "report ORDREPX has no REPORT statement"},
     {"Easytrieve past column 72", false, "     DISPLAY 'ZERO ID ' +",
      "     DISPLAY 'ZERO ID '                                                     +", 23,
      "Easytrieve text past column 72"},
@@ -164,6 +171,17 @@ TEST_F(CheckCobolTest, MissingMemberIsReported) {
   ASSERT_FALSE(report.findings.empty());
   EXPECT_EQ(report.findings[0].line, 39);
   EXPECT_NE(report.findings[0].message.find("ORDERX"), std::string::npos);
+}
+
+TEST_F(CheckCobolTest, FaultInAMemberIsShownOnTheMemberLine) {
+  std::string member = test::kOrdersMember;
+  member.replace(member.find("PIC X(30)"), 9, "PIC Q(30)");
+  test::write_text(folder_.path() / "src" / "ORDERS.DCL", member);
+  CheckReport report = check(kCobolProgram);
+  ASSERT_FALSE(report.findings.empty());
+  EXPECT_EQ(report.findings[0].file, "src/ORDERS.DCL");
+  EXPECT_EQ(report.findings[0].line, 12);
+  EXPECT_EQ(report.findings[0].text, "           10 CUSTOMER             PIC Q(30).");
 }
 
 }  // namespace

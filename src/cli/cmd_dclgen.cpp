@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
 
 #include "cli/cli.h"
@@ -57,8 +58,14 @@ void add_dclgen_command(CLI::App& app, Cli& cli) {
   auto member = std::make_shared<std::string>();
   show->add_option("MEMBER", *member, "Member name (source folder + MEMBER.DCL) or file")
       ->required();
-  show->callback(
-      [&cli, member] { cli.run_in_working_folder([&] { return show_member(cli, *member); }); });
+  show->callback([&cli, member] {
+    // A file named from the current folder stays reachable once in the working folder.
+    std::error_code error;
+    if (std::filesystem::is_regular_file(*member, error)) {
+      *member = std::filesystem::absolute(*member, error).string();
+    }
+    cli.run_in_working_folder([&] { return show_member(cli, *member); });
+  });
 }
 
 }  // namespace quorva::cli

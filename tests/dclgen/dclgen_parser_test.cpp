@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 #include "dclgen/dclgen_check.h"
 #include "dclgen/picture_compression.h"
 #include "support/recording_ui.h"
@@ -123,6 +125,32 @@ TEST(DclgenParserTest, CobolPassMatchesHostVariables) {
     EXPECT_EQ(got[2].cobol_picture, "X(26).") << c.cobol;
     // INTEGER is written without a length: the one problem the check reports here.
     EXPECT_EQ(check_columns(got).total, 1) << check_columns(got).detail;
+  }
+}
+
+TEST(DclgenParserTest, ListingNumbersAreDroppedOnlyWhenEveryCardHasThem) {
+  const std::string cards =
+      "      *        NAMES(DB2-)  COLSUFFIX(YES)\n"
+      "           EXEC SQL DECLARE DEPT TABLE\n"
+      "           ( DEPT_NO     CHAR(3) NOT NULL\n"
+      "           ) END-EXEC.\n"
+      "       01  DCLDEPT.\n"
+      "           10 DB2-DEPT-NO  PIC X(3).\n";
+  std::string listed;
+  int number = 1;
+  for (std::size_t at = 0; at < cards.size();) {
+    std::size_t end = cards.find('\n', at) + 1;
+    char prefix[8];
+    std::snprintf(prefix, sizeof prefix, "%06d ", number++);
+    listed += prefix + cards.substr(at, end - at);
+    at = end;
+  }
+  for (const std::string& text : {cards, listed}) {
+    DclgenParser parser;
+    ASSERT_TRUE(parser.parse_sql(text).ok);
+    ASSERT_TRUE(parser.parse_cobol(text, true).ok);
+    EXPECT_EQ(parser.names_prefix(), "DB2-");
+    EXPECT_EQ(parser.columns()[0].cobol_picture, " X(03).") << text;
   }
 }
 

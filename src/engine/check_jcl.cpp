@@ -213,11 +213,28 @@ void check_run_step(const CheckedProgram& program, const std::vector<JclStatemen
                     std::vector<CheckFinding>& findings) {
   ProgramFiles files = program_files(program);
   std::string me = upper(program.name);
+  // Symbols of SET statements, so EXEC PGM=&RUNPGM names the program it runs.
+  std::map<std::string, std::string> symbols;
+  for (const JclStatement& set : statements)
+    if (set.operation == "SET")
+      for (const std::string& assignment : split_operands(set.operands)) {
+        size_t equal = assignment.find('=');
+        if (equal == std::string::npos) continue;
+        std::string value = assignment.substr(equal + 1);
+        if (value.size() >= 2 && value.front() == '\'' && value.back() == '\'')
+          value = value.substr(1, value.size() - 2);
+        symbols[assignment.substr(0, equal)] = value;
+      }
   for (size_t s = 0; s < statements.size(); ++s) {
     const JclStatement& exec = statements[s];
     if (exec.operation != "EXEC") continue;
     std::vector<std::string> ops = split_operands(exec.operands);
     std::string pgm = keyword(ops, "PGM");
+    if (!pgm.empty() && pgm[0] == '&') {
+      std::string symbol = pgm.substr(1);
+      if (!symbol.empty() && symbol.back() == '.') symbol.pop_back();
+      if (symbols.count(symbol)) pgm = symbols[symbol];
+    }
     std::map<std::string, const JclStatement*> dds;
     for (size_t d = s + 1; d < statements.size() && statements[d].operation != "EXEC"; ++d)
       if (statements[d].operation == "DD" && !statements[d].name.empty())

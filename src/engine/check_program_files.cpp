@@ -79,7 +79,15 @@ ProgramFiles program_files(const CheckedProgram& program) {
       bool no_dd = std::any_of(words.begin() + 2, words.end(), [](const std::string& w) {
         return w == "SQL" || w == "VIRTUAL" || w == "INSTREAM";
       });
-      if (!no_dd) add_unique(files.dd_names, words[1]);
+      // SYSNAME 'DDNAME' gives the file a DD name of its own.
+      auto sysname = std::find(words.begin(), words.end(), "SYSNAME");
+      std::string dd = words[1];
+      if (sysname != words.end() && sysname + 1 != words.end()) {
+        dd = *(sysname + 1);
+        if (dd.size() >= 2 && dd.front() == '\'' && dd.back() == '\'')
+          dd = dd.substr(1, dd.size() - 2);
+      }
+      if (!no_dd) add_unique(files.dd_names, dd);
     }
     return files;
   }

@@ -95,6 +95,10 @@ const PlantedFault kFaults[] = {
     {"Easytrieve past column 72", false, "     DISPLAY 'ZERO ID ' +",
      "     DISPLAY 'ZERO ID '                                                     +", 23,
      "Easytrieve text past column 72"},
+    {"missing DD of a symbolic program", false,
+     "EXEC PGM=EZTPA00\n//STEPLIB  DD DSN=EZT.LOADLIB,DISP=SHR\n//ORDIN ",
+     "EXEC PGM=&RUNPGM\n// SET RUNPGM=EZTPA00\n//ORDINX", 2,
+     "no DD statement for the program's file ORDIN"},
     {"Easytrieve missing DD", false, "//ORDOUT   DD DSN=&&ORDOUT", "//ORDOUX   DD DSN=&&ORDOUT", 2,
      "no DD statement for the program's file ORDOUT"},
 };

@@ -24,6 +24,10 @@ CheckedProgram split_program(const std::string& name, CheckLanguage language,
     program.lines.push_back(std::move(line));
     start = end + 1;
   }
+  // Data cards may be indented like COBOL text: only "/*", the next JCL statement or the
+  // start of a COBOL program ends them.
+  static const std::regex kProgramStart(R"(^ {6}[ *].*\b(IDENTIFICATION|ID)\s+DIVISION\b)",
+                                        std::regex::icase);
   bool in_data = false;
   for (const std::string& line : program.lines) {
     bool jcl = line.rfind("//", 0) == 0 || line.rfind("/*", 0) == 0;
@@ -32,8 +36,7 @@ CheckedProgram split_program(const std::string& name, CheckLanguage language,
       in_data = language == CheckLanguage::kCobol && opens_instream_data(line);
       continue;
     }
-    bool cobol_margin = line.size() > 6 && line.compare(0, 6, "      ") == 0;
-    if (in_data && !cobol_margin) {
+    if (in_data && !std::regex_search(line, kProgramStart)) {
       program.kinds.push_back(CheckLineKind::kInstreamData);
       continue;
     }

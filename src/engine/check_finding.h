@@ -31,9 +31,9 @@ struct CheckedProgram {
 
 /// Splits program text into lines ("\n" ends, a "\r" before it dropped) and classifies them:
 /// a line starting "//" or "/*" is JCL; for COBOL, the lines after a "DD *" or "DD DATA"
-/// statement up to "/*" or the next JCL line are in-stream data unless they carry the
-/// six-blank COBOL margin. Easytrieve lines are source wherever they stand, as the
-/// interpreter's SYSIN is the program itself.
+/// statement up to "/*", the next JCL line or an IDENTIFICATION DIVISION are in-stream
+/// data. Easytrieve lines are source wherever they stand, as the interpreter's SYSIN is
+/// the program itself.
 CheckedProgram split_program(const std::string& name, CheckLanguage language,
                              const std::string& text);
 

@@ -61,6 +61,8 @@ const PlantedFault kFaults[] = {
     {"missing DD", true, "//ORDIN    DD DSN", "//ORDINX   DD DSN", 3,
      "no DD statement for the program's file ORDIN"},
     {"missing SYSIN", true, "//SYSIN    DD *", "//SYSINX   DD *", 3, "no SYSIN DD"},
+    {"indented data cards", true, " RUN PROGRAM(PGMORD) PLAN(PLANORD) LIB('USER.LOADLIB')",
+     "       RUN PROGRAM(PGMORD) -\n       LIB('USER.LOADLIB')", 3, "names no PLAN"},
     {"missing PLAN", true, " PLAN(PLANORD)", "", 3, "names no PLAN"},
     {"bad continuation column", true, "//            SPACE=(TRK", "//                  SPACE=(TRK",
      7, "begin between columns 4 and 16"},

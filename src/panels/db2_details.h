@@ -1,0 +1,84 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "engine/column_file.h"
+
+namespace quorva {
+
+/// One row of the Db2 Accesses Detail panel.
+struct Db2Row {
+  std::string owner;        ///< at most 20 characters
+  std::string table;        ///< at most 20
+  std::string cursor;       ///< at most 20
+  std::string description;  ///< at most 47
+  std::string include;      ///< DCLGEN member, at most 8
+};
+
+/// The `MydetailDb2` writer: prefix + row + kind letter set to `text` in temp/key2value.dat,
+/// or removed when the field is blank. "Filled" with no text is logged and writes nothing.
+void MydetailDb2(AccessKind kind, bool filled, const std::string& prefix,
+                 const std::optional<std::string>& text, int row);
+
+/// The Db2 Accesses Detail panel (WindowDetDB2) for one kind, rows 1 to count enabled.
+class Db2Details {
+ public:
+  /// Reads the rows' keys, the panel options and, when ENABLE_SAVE_DESCR_DB2 is on, the
+  /// descriptions kept in the members for rows that have none.
+  static Db2Details open(bool easytrieve, AccessKind kind, int count);
+
+  AccessKind kind() const { return kind_; }
+  int count() const { return count_; }
+  bool row_enabled(int row) const { return row >= 1 && row <= count_; }
+  const Db2Row& row(int row) const { return rows_[row - 1]; }
+  /// "Insert informations about SELECT for your Cobol program." and the like.
+  std::string heading() const;
+
+  /// Field setters for an enabled row; false, with a message, for a disabled row or a text
+  /// over the field's limit. A new INCLUDE brings back the description kept in its member.
+  bool set_owner(int row, const std::string& text);
+  bool set_table(int row, const std::string& text);
+  bool set_cursor(int row, const std::string& text);
+  bool set_description(int row, const std::string& text);
+  bool set_include(int row, const std::string& text);
+
+  bool autofill() const { return autofill_; }
+  bool auto_owner() const { return auto_owner_; }
+  const std::string& dclgen_library() const { return dclgen_library_; }
+  void set_autofill(bool on) { autofill_ = on; }
+  void set_auto_owner(bool on) { auto_owner_ = on; }
+  void set_dclgen_library(const std::string& library) { dclgen_library_ = library; }
+
+  /// OK: the FTP check and the duplicate-cursor questions, then the options and every row.
+  /// False when a question keeps the panel open (nothing written).
+  bool confirm();
+  /// Cancel: the FTP check only; false keeps the panel open. Writes nothing.
+  bool cancel() const;
+
+  /// Fills empty OWNER and TABLE NAME fields from the INCLUDE members' table declarations.
+  void fill_from_dclgen();
+  /// Copies the first row's OWNER into every empty OWNER below it.
+  void copy_first_owner();
+
+  /// The DCLGEN member file of an INCLUDE name: source folder + name + ".DCL".
+  static std::string member_path(const std::string& include);
+  static std::string quick_help();
+
+ private:
+  bool field_allowed(int row, const std::string& text, std::size_t limit, const char* label) const;
+  bool has_duplicate_cursor() const;
+  void write_rows() const;
+  void keep_descriptions() const;
+
+  bool easytrieve_ = false;
+  AccessKind kind_ = AccessKind::kSelect;
+  int count_ = 0;
+  std::array<Db2Row, 9> rows_{};
+  bool autofill_ = false;
+  bool auto_owner_ = false;
+  std::string dclgen_library_;
+};
+
+}  // namespace quorva

@@ -1,0 +1,145 @@
+#include "panels/db2_details.h"
+
+#include <gtest/gtest.h>
+
+#include "dclgen/dclgen_member.h"
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace fs = std::filesystem;
+
+namespace quorva {
+namespace {
+
+using test::read_text;
+using test::RecordingUi;
+using test::TempWorkingFolder;
+using test::write_text;
+
+std::string member(const std::string& table, const std::string& structure) {
+  return "      * DCLGEN TABLE(" + table +
+         ")\n"
+         "           EXEC SQL DECLARE " +
+         table +
+         " TABLE\n"
+         "           ( CUST_ID                        INTEGER NOT NULL,\n"
+         "             CUST_NAME                      CHAR(30)\n"
+         "           ) END-EXEC.\n"
+         "       01  " +
+         structure +
+         ".\n"
+         "           10 CUST-ID              PIC S9(9) USAGE COMP.\n"
+         "           10 CUST-NAME            PIC X(30).\n";
+}
+
+class Db2DetailsTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    write_text("Resource/User.dat", "sourcedirectory=" + (folder_.path() / "src").string() + "/\n");
+    write_text("src/CUSTOMER.DCL", member("PROD.CUSTOMER", "DCLCUSTOMER"));
+    write_text("src/ORDERS.DCL", member("ORDERS", "DCLORDERS"));
+  }
+  TempWorkingFolder folder_;
+  RecordingUi ui_;
+};
+
+TEST_F(Db2DetailsTest, KeysWrittenAndRemoved) {
+  Db2Details panel = Db2Details::open(false, AccessKind::kDelete, 3);
+  EXPECT_EQ(panel.heading(), "Insert informations about DELETE for your Cobol program.");
+  ASSERT_TRUE(panel.set_owner(3, "PROD"));
+  ASSERT_TRUE(panel.set_table(3, "ORDERS"));
+  ASSERT_TRUE(panel.set_cursor(3, "CURORD"));
+  ASSERT_TRUE(panel.set_description(3, "Old orders"));
+  ASSERT_TRUE(panel.set_include(3, "ORDERS"));
+  EXPECT_FALSE(panel.set_include(3, "TOOLONGNM"));
+  EXPECT_FALSE(panel.set_owner(4, "X"));
+  EXPECT_FALSE(panel.set_description(1, std::string(48, 'D')));
+  ASSERT_TRUE(panel.confirm());
+  EXPECT_EQ(read_text("temp/key2value.dat"),
+            "T-3D=PROD\nTABEL-3D=ORDERS\nCURS-3D=CURORD\nLEV01-3D=DCLORDERS\nINCLU-3D=ORDERS\n"
+            "DESCDB2-3D=Old orders\n");
+  EXPECT_NE(read_text("Resource/QVconfig.ini").find("Autofill_db2=OFF"), std::string::npos);
+
+  Db2Details again = Db2Details::open(false, AccessKind::kDelete, 3);
+  EXPECT_EQ(again.row(3).table, "ORDERS");
+  ASSERT_TRUE(again.set_table(3, ""));
+  ASSERT_TRUE(again.set_include(3, ""));
+  ASSERT_TRUE(again.confirm());
+  const std::string left = read_text("temp/key2value.dat");
+  EXPECT_EQ(left.find("TABEL-3D"), std::string::npos);
+  EXPECT_EQ(left.find("LEV01-3D"), std::string::npos);
+  EXPECT_EQ(left.find("INCLU-3D"), std::string::npos);
+  EXPECT_NE(left.find("T-3D=PROD"), std::string::npos);
+  EXPECT_NE(read_text("Resource/QVconfig.ini").find("AutoOwner_db2=OFF"), std::string::npos);
+}
+
+TEST_F(Db2DetailsTest, QuestionsAnsweredBothWays) {
+  const struct {
+    bool transfer_running;
+    std::vector<bool> answers;
+    bool closes;
+    bool written;
+  } cases[] = {
+      {true, {false}, false, false},      // FTP check: No keeps the panel open
+      {true, {true, false}, true, true},  // Yes, then No to the cursor question
+      {false, {true}, false, false},      // duplicate cursors: Yes corrects them
+      {false, {false}, true, true},       // No saves both
+  };
+  for (const auto& c : cases) {
+    fs::remove("temp/key2value.dat");
+    if (c.transfer_running) write_text("temp/dummy_file.txt", "");
+    for (bool answer : c.answers) ui_.answer(answer);
+    const std::size_t asked = ui_.questions.size();
+    Db2Details panel = Db2Details::open(false, AccessKind::kFetch, 2);
+    ASSERT_TRUE(panel.set_cursor(1, "C1"));
+    ASSERT_TRUE(panel.set_cursor(2, "C1"));
+    EXPECT_EQ(panel.confirm(), c.closes);
+    EXPECT_EQ(ui_.questions.size() - asked, c.answers.size());
+    EXPECT_EQ(fs::exists("temp/key2value.dat"), c.written);
+    if (c.written) EXPECT_EQ(read_text("temp/key2value.dat"), "CURS-1F=C1\nCURS-2F=C1\n");
+    EXPECT_EQ(fs::exists("temp/dummy_file.txt"), c.transfer_running && !c.closes);
+    fs::remove("temp/dummy_file.txt");
+  }
+  EXPECT_EQ(ui_.questions[0].substr(0, 10), "FTP check|");
+  EXPECT_EQ(ui_.questions.back(),
+            "Internal check|You have used the same name for more than 1 cursor...\nWould you "
+            "like to correct them now?");
+
+  write_text("temp/dummy_file.txt", "");
+  ui_.answer(false);
+  EXPECT_FALSE(Db2Details::open(false, AccessKind::kFetch, 2).cancel());
+  EXPECT_TRUE(fs::exists("temp/dummy_file.txt"));
+}
+
+TEST_F(Db2DetailsTest, AutofillAutoOwnerAndKeptDescription) {
+  write_text("Resource/QVconfig.ini", "target_language=ENG\nENABLE_SAVE_DESCR_DB2=ON\n");
+  Db2Details panel = Db2Details::open(true, AccessKind::kSelect, 3);
+  panel.set_autofill(true);
+  panel.set_auto_owner(true);
+  panel.set_dclgen_library("PROD.DCLGEN.LIB");
+  ASSERT_TRUE(panel.set_include(1, "CUSTOMER"));
+  ASSERT_TRUE(panel.set_description(1, "Read the customer"));
+  ASSERT_TRUE(panel.set_include(2, "ORDERS"));  // unqualified: no owner of its own
+  ASSERT_TRUE(panel.set_table(3, "HISTORY"));
+  ASSERT_TRUE(panel.confirm());
+  const std::string keys = read_text("temp/key2value.dat");
+  for (const char* line : {"T-1S=PROD\n", "TABEL-1S=CUSTOMER\n", "LEV01-1S=DCLCUSTOMER\n",
+                           "T-2S=PROD\n", "TABEL-2S=ORDERS\n", "T-3S=PROD\n", "TABEL-3S=HISTORY\n"})
+    EXPECT_NE(keys.find(line), std::string::npos) << line;
+  const std::string config = read_text("Resource/QVconfig.ini");
+  for (const char* line :
+       {"download_dclgen_lib=PROD.DCLGEN.LIB", "Autofill_db2=ON", "AutoOwner_db2=ON"})
+    EXPECT_NE(config.find(line), std::string::npos) << line;
+
+  // The description is kept in the member and comes back for a fresh program.
+  EXPECT_EQ(read_kept_description("src/CUSTOMER.DCL", 'S'), "Read the customer");
+  fs::remove("temp/key2value.dat");
+  Db2Details fresh = Db2Details::open(true, AccessKind::kSelect, 3);
+  EXPECT_EQ(fresh.row(1).description, "");
+  ASSERT_TRUE(fresh.set_include(1, "CUSTOMER"));
+  EXPECT_EQ(fresh.row(1).description, "Read the customer");
+  EXPECT_EQ(Db2Details::open(true, AccessKind::kFetch, 1).row(1).description, "");
+}
+
+}  // namespace
+}  // namespace quorva

@@ -1,0 +1,128 @@
+#include "panels/file_details.h"
+
+#include <gtest/gtest.h>
+
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace quorva {
+namespace {
+
+using test::read_text;
+using test::RecordingUi;
+using test::TempWorkingFolder;
+using test::write_text;
+
+std::string excel_states(const FileDetails& panel) {
+  std::string states;
+  for (int n = 1; n <= kDetailRows; ++n)
+    states += panel.row(n).excel ? 'X' : panel.row(n).excel_enabled ? '.' : '-';
+  return states;
+}
+
+TEST(FileDetails, ExcelLockSequences) {
+  TempWorkingFolder folder;
+  RecordingUi ui;
+  // Each step: row clicked (0 = allow(k) with k given), checked, expected boxes
+  // (X checked, . available, - disabled).
+  const struct {
+    int count;
+    std::vector<std::tuple<int, bool, const char*>> clicks;
+    const char* after;
+    int excel;
+  } cases[] = {
+      {0, {}, "---------", 0},
+      {4, {}, ".--------", 0},
+      {4,
+       {{1, true, "X.-------"}, {2, true, "XX.------"}, {1, false, ".--------"}},
+       ".--------",
+       0},
+      {3, {{1, true, "X.-------"}, {2, true, "XX.------"}, {3, true, "XXX------"}}, "XXX------", 3},
+      {9,
+       {{1, true, "X.-------"},
+        {2, true, "XX.------"},
+        {3, true, "XXX.-----"},
+        {3, false, "XX.------"}},
+       "XX.------",
+       2},
+  };
+  for (const auto& c : cases) {
+    write_text("temp/Detfiles.dat", "fileout_excel=0\n");
+    FileDetails panel = FileDetails::open(FileKind::kOutput, c.count);
+    for (const auto& [row, checked, states] : c.clicks) {
+      ASSERT_TRUE(panel.click_excel(row, checked)) << row;
+      EXPECT_EQ(excel_states(panel), states) << "count " << c.count << " row " << row;
+    }
+    EXPECT_EQ(excel_states(panel), c.after);
+    panel.confirm();
+    EXPECT_EQ(read_text("temp/Detfiles.dat"), "fileout_excel=" + std::to_string(c.excel) + "\n");
+    // Reopening shows the same boxes.
+    EXPECT_EQ(excel_states(FileDetails::open(FileKind::kOutput, c.count)), c.after);
+  }
+
+  write_text("temp/Detfiles.dat", "fileout_excel=0\n");
+  FileDetails panel = FileDetails::open(FileKind::kOutput, 9);
+  EXPECT_FALSE(panel.click_excel(2, true));
+  ASSERT_FALSE(ui.messages.empty());
+  for (int n = 1; n <= 9; ++n) ASSERT_TRUE(panel.click_excel(n, true));
+  EXPECT_EQ(excel_states(panel), "XXXXXXXXX");
+  ASSERT_TRUE(panel.click_excel(9, false));
+  EXPECT_EQ(excel_states(panel), "XXXXXXXX.");
+  panel.allow(0);
+  EXPECT_EQ(excel_states(panel), "---------");
+  EXPECT_EQ(excel_states(FileDetails::open(FileKind::kInput, 9)), "---------");
+}
+
+TEST(FileDetails, KeysWrittenAndRemovedPerKind) {
+  TempWorkingFolder folder;
+  RecordingUi ui;
+  const struct {
+    FileKind kind;
+    const char* written;
+  } cases[] = {
+      {FileKind::kInput,
+       "UIN2=CLIENTI\nFILEIN2=CLIENTI\nNOMTAB-2=RPTNAME\nDESC-I2=Customer master\n"},
+      {FileKind::kOutput,
+       "UOUT2=CLIENTI\nFILEOUT2=CLIENTI\nNOMTAB-2=RPTNAME\nDESC-O2=Customer master\n"},
+      {FileKind::kReport, "STAMPA2=CLIENTI\nNOMTAB-2=RPTNAME\nDESC-R2=Customer master\n"},
+  };
+  for (const auto& c : cases) {
+    std::filesystem::remove("temp/key2value.dat");
+    FileDetails panel = FileDetails::open(c.kind, 2);
+    ASSERT_TRUE(panel.set_name(2, "CLIENTI"));
+    ASSERT_TRUE(panel.set_report_name(2, "RPTNAME"));
+    ASSERT_TRUE(panel.set_description(2, "Customer master"));
+    EXPECT_FALSE(panel.set_name(3, "X"));
+    EXPECT_FALSE(panel.set_name(1, "TOOLONGNM"));
+    EXPECT_FALSE(panel.set_report_name(1, "ABCDEFGHIJK"));
+    EXPECT_FALSE(panel.set_description(1, std::string(45, 'D')));
+    panel.confirm();
+    EXPECT_EQ(read_text("temp/key2value.dat"), c.written);
+
+    FileDetails again = FileDetails::open(c.kind, 2);
+    EXPECT_EQ(again.row(2).name, "CLIENTI");
+    EXPECT_EQ(again.row(2).description, "Customer master");
+    ASSERT_TRUE(again.set_name(2, ""));
+    ASSERT_TRUE(again.set_report_name(2, ""));
+    ASSERT_TRUE(again.set_description(2, ""));
+    again.confirm();
+    EXPECT_EQ(read_text("temp/key2value.dat").find_first_not_of('\n'), std::string::npos);
+  }
+
+  // Rows beyond the count keep their keys; count 0 writes nothing but fileout_excel.
+  write_text("temp/key2value.dat", "FILEOUT5=OLD\n");
+  write_text("temp/Detfiles.dat", "fileout_excel=2\n");
+  FileDetails::open(FileKind::kOutput, 0).confirm();
+  EXPECT_EQ(read_text("temp/key2value.dat"), "FILEOUT5=OLD\n");
+  EXPECT_EQ(read_text("temp/Detfiles.dat"), "fileout_excel=0\n");
+
+  MydetailFile::scrivi_nomefile(FileKind::kInput, true, std::nullopt, 4);
+  EXPECT_NE(
+      read_text("error.log").find("MydetailFile - scrivi parse nomefile:Valore non valido a Null4"),
+      std::string::npos);
+  EXPECT_EQ(FileDetails::open(FileKind::kReport, 1).heading(),
+            "Complete the informations for REPORT");
+}
+
+}  // namespace
+}  // namespace quorva

@@ -1,0 +1,22 @@
+#ifndef _WIN32
+#include <sys/stat.h>
+
+#include "host/user_data.h"
+
+namespace quorva {
+
+bool normalize_source_folder(std::string& folder) {
+  if (folder.empty() || folder.back() != '/') folder += '/';
+  return folder[0] == '/';
+}
+
+const char* source_folder_example() {
+  return "/home/user/programs/";
+}
+
+void restrict_to_owner(const std::string& file) {
+  ::chmod(file.c_str(), 0600);
+}
+
+}  // namespace quorva
+#endif

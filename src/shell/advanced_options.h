@@ -1,0 +1,75 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace quorva {
+
+/// A break-point option: its key, default and range.
+struct BreakPoint {
+  const char* key;
+  int fallback;
+  int low;
+  int high;
+};
+constexpr BreakPoint kDescrBreakPoint{"DESCR_BREAK_POINT", 57, 30, 90};
+constexpr BreakPoint kEasytrieveBreakPoint{"EASYTRIEVE_BREAK_POINT", 78, 60, 200};
+constexpr BreakPoint kCobolBreakPoint{"COBOL_BREAK_POINT", 72, 60, 200};
+constexpr const char* kDefaultTemplateName = "Quormem.txt";
+
+/// A break point as stored: missing or below 1 reads as its default.
+int read_break_point(const BreakPoint& point);
+
+/// The "Advanced Options" sheet (WindowAdvancedOpt): Main Options, FTP Options, Detail Db2.
+class AdvancedOptions {
+ public:
+  /// Reads every key of the three pages from Resource/QVconfig.ini.
+  static AdvancedOptions open();
+
+  // Main Options. Break points hold the text as typed; it is read as a number on apply.
+  std::string descr_break_point;
+  std::string easytrieve_break_point;
+  std::string cobol_break_point;
+  bool tips_and_tricks = false;
+  std::string alternative_template;
+  // FTP Options.
+  bool password_alert = false;
+  std::string month_password_alert;
+  // Detail Db2.
+  bool save_descr_db2 = false;
+  bool cobol_vars_compression = false;
+
+  /// The "Default" buttons.
+  void default_descr_break_point();
+  void default_easytrieve_break_point();
+  void default_cobol_break_point();
+  void default_alternative_template();
+
+  /// Turning the password alert on records the month (1-12) of `today_month`; nullopt
+  /// means today's date could not be read: reported and nothing changes. False then.
+  bool set_password_alert(bool on, std::optional<int> today_month);
+
+  /// True when `name` is a ".txt" file present in Resource/.
+  static bool template_acceptable(const std::string& name);
+  /// The file chooser's result: only a file inside Resource/ is taken (its name is kept);
+  /// otherwise the refusal is shown and false returned.
+  bool choose_template_file(const std::string& path);
+  /// "Edit Current Quormem": hands Resource/ + the current name to the desktop.
+  void edit_current_template() const;
+
+  /// OK or apply: clamps and reports the break points, refuses an unacceptable template
+  /// (its key keeps the previous value), writes the keys. False when something was
+  /// clamped or refused.
+  bool apply();
+
+  static std::string main_page_warning();
+  static std::string ftp_page_warning();
+
+ private:
+  std::string stored_template_;
+};
+
+/// The current month, 1-12, from the local clock; nullopt when it cannot be read.
+std::optional<int> current_month();
+
+}  // namespace quorva

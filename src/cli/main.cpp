@@ -42,6 +42,11 @@ int main(int argc, char** argv) {
   add_generate_commands(app, cli);
   add_dclgen_command(app, cli);
   add_columns_command(app, cli);
+  add_program_commands(app, cli);
+  add_files_commands(app, cli);
+  add_db2_commands(app, cli);
+  add_user_commands(app, cli);
+  add_options_commands(app, cli);
 
   try {
     app.parse(argc, argv);

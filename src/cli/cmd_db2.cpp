@@ -1,0 +1,124 @@
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iostream>
+#include <map>
+
+#include "cli/cli.h"
+#include "cli/commands.h"
+#include "panels/base_parameters.h"
+#include "panels/db2_details.h"
+#include "tagfile/latin1.h"
+#include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
+
+namespace quorva::cli {
+namespace {
+
+struct Db2Args {
+  int row = 0;
+  std::optional<std::string> owner;
+  std::optional<std::string> table;
+  std::optional<std::string> cursor;
+  std::optional<std::string> description;
+  std::optional<std::string> include;
+  std::optional<std::string> library;
+  std::optional<bool> autofill;
+  std::optional<bool> auto_owner;
+};
+
+bool to_latin1(std::optional<std::string>& text) {
+  if (!text) return true;
+  Latin1Result converted = utf8_to_latin1(*text);
+  if (!converted.text) {
+    Mostra_popup(converted.message);
+    return false;
+  }
+  text = converted.text;
+  return true;
+}
+
+int run_db2(AccessKind kind, Db2Args args) {
+  const char* word = access_word(kind);
+  std::string tag = word;
+  std::transform(tag.begin(), tag.end(), tag.begin(),
+                 [](unsigned char c) { return std::tolower(c); });
+  const int count = std::max(Leggi_tag_int(kParbaseFile, false, tag), 0);
+  if (args.row < 1 || args.row > count) {
+    Mostra_popup("Row " + std::to_string(args.row) + " is beyond the " + std::to_string(count) +
+                     " " + word + " accesses of the program (" + tag +
+                     " in temp/Parbase.dat; change it with quorva program set).",
+                 "La riga " + std::to_string(args.row) + " supera i " + std::to_string(count) +
+                     " accessi " + word + " del programma (" + tag +
+                     " in temp/Parbase.dat; modificalo con quorva program set).");
+    return kFailed;
+  }
+  for (auto* text :
+       {&args.owner, &args.table, &args.cursor, &args.description, &args.include, &args.library})
+    if (!to_latin1(*text)) return kFailed;
+  const bool easytrieve = Leggi_tag(kParbaseFile, false, "linguaggio").value_or("cobol") != "cobol";
+  Db2Details panel = Db2Details::open(easytrieve, kind, count);
+  const int n = args.row;
+  if (args.owner && !panel.set_owner(n, *args.owner)) return kFailed;
+  if (args.table && !panel.set_table(n, *args.table)) return kFailed;
+  if (args.cursor && !panel.set_cursor(n, *args.cursor)) return kFailed;
+  if (args.include && !panel.set_include(n, *args.include)) return kFailed;
+  if (args.description && !panel.set_description(n, *args.description)) return kFailed;
+  if (args.library) panel.set_dclgen_library(*args.library);
+  if (args.autofill) panel.set_autofill(*args.autofill);
+  if (args.auto_owner) panel.set_auto_owner(*args.auto_owner);
+  const bool changes = args.owner || args.table || args.cursor || args.include ||
+                       args.description || args.library || args.autofill || args.auto_owner;
+  if (changes && !panel.confirm()) return kFailed;
+  const Db2Row& row = panel.row(n);
+  std::cout << latin1_to_utf8(panel.heading()) << " " << n << '\n'
+            << "OWNER       : " << latin1_to_utf8(row.owner) << '\n'
+            << "TABLE NAME  : " << latin1_to_utf8(row.table) << '\n'
+            << "CURSOR      : " << latin1_to_utf8(row.cursor) << '\n'
+            << "DESCRIPTION : " << latin1_to_utf8(row.description) << '\n'
+            << "INCLUDE     : " << latin1_to_utf8(row.include) << '\n';
+  return kOk;
+}
+
+}  // namespace
+
+void add_db2_commands(CLI::App& app, Cli& cli) {
+  auto* db2 = app.add_subcommand("db2",
+                                 "DB2 access details: owner, table, cursor, description, "
+                                 "DCLGEN member");
+  db2->require_subcommand(1);
+  const AccessKind kinds[] = {AccessKind::kSelect, AccessKind::kFetch, AccessKind::kUpdate,
+                              AccessKind::kInsert, AccessKind::kDelete};
+  for (AccessKind kind : kinds) {
+    std::string word = access_word(kind);
+    std::transform(word.begin(), word.end(), word.begin(),
+                   [](unsigned char c) { return std::tolower(c); });
+    auto args = std::make_shared<Db2Args>();
+    auto* cmd = db2->add_subcommand(
+        word, "Set (and print) a row of the " + std::string(access_word(kind)) +
+                  " accesses, saved as OK does into temp/key2value.dat; an empty value removes "
+                  "the key");
+    cmd->add_option("ROW", args->row, "Row, 1 to the count in temp/Parbase.dat")->required();
+    cmd->add_option("--owner", args->owner, "OWNER (at most 20 characters)");
+    cmd->add_option("--table", args->table, "TABLE NAME (at most 20 characters)");
+    cmd->add_option("--cursor", args->cursor, "CURSOR (at most 20 characters)");
+    cmd->add_option("--desc", args->description, "DESCRIPTION (at most 47 characters)");
+    cmd->add_option("--include", args->include,
+                    "INCLUDE: DCLGEN member (at most 8 characters), MEMBER.DCL in the source "
+                    "folder");
+    cmd->add_option("--library", args->library, "Host library of the DCLGEN members");
+    cmd->add_option("--autofill", args->autofill,
+                    "on|off: fill empty OWNERs and TABLE NAMEs from the DCLGEN members")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, std::string>{{"on", "true"}, {"off", "false"}}));
+    cmd->add_option("--auto-owner", args->auto_owner,
+                    "on|off: copy the first OWNER to the empty ones below")
+        ->transform(CLI::CheckedTransformer(
+            std::map<std::string, std::string>{{"on", "true"}, {"off", "false"}}));
+    cmd->callback([&cli, args, kind] {
+      cli.run_in_working_folder([args, kind] { return run_db2(kind, *args); });
+    });
+  }
+}
+
+}  // namespace quorva::cli

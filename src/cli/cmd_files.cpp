@@ -1,0 +1,110 @@
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iostream>
+
+#include "cli/cli.h"
+#include "cli/commands.h"
+#include "panels/base_parameters.h"
+#include "panels/file_details.h"
+#include "tagfile/latin1.h"
+#include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
+
+namespace quorva::cli {
+namespace {
+
+struct FileArgs {
+  int row = 0;
+  std::optional<std::string> name;
+  std::optional<std::string> report_name;
+  std::optional<std::string> description;
+  bool excel = false;
+  bool no_excel = false;
+};
+
+// Converts the given option to the files' single-byte text; false when refused.
+bool to_latin1(std::optional<std::string>& text) {
+  if (!text) return true;
+  Latin1Result converted = utf8_to_latin1(*text);
+  if (!converted.text) {
+    Mostra_popup(converted.message);
+    return false;
+  }
+  text = converted.text;
+  return true;
+}
+
+int run_files(FileKind kind, FileArgs args) {
+  const char* count_tags[] = {"filein", "fileout", "report"};
+  const char* names_en[] = {"input files", "output files", "reports"};
+  const char* names_it[] = {"file di input", "file di output", "report"};
+  const int k = static_cast<int>(kind);
+  const int count = std::max(Leggi_tag_int(kParbaseFile, false, count_tags[k]), 0);
+  if (args.row < 1 || args.row > count) {
+    Mostra_popup("Row " + std::to_string(args.row) + " is beyond the " + std::to_string(count) +
+                     " " + names_en[k] + " of the program (" + count_tags[k] +
+                     " in temp/Parbase.dat; change it with quorva program set).",
+                 "La riga " + std::to_string(args.row) + " supera i " + std::to_string(count) +
+                     " " + names_it[k] + " del programma (" + count_tags[k] +
+                     " in temp/Parbase.dat; modificalo con quorva program set).");
+    return kFailed;
+  }
+  if (!to_latin1(args.name) || !to_latin1(args.report_name) || !to_latin1(args.description))
+    return kFailed;
+  FileDetails panel = FileDetails::open(kind, count);
+  const bool changes =
+      args.name || args.report_name || args.description || args.excel || args.no_excel;
+  if (args.name && !panel.set_name(args.row, *args.name)) return kFailed;
+  if (args.report_name && !panel.set_report_name(args.row, *args.report_name)) return kFailed;
+  if (args.description && !panel.set_description(args.row, *args.description)) return kFailed;
+  if (args.excel || args.no_excel) {
+    if (kind != FileKind::kOutput) {
+      Mostra_popup("Only output files can be Excel files.",
+                   "Solo i file di output possono essere file Excel.");
+      return kFailed;
+    }
+    if (!panel.click_excel(args.row, args.excel)) return kFailed;
+  }
+  if (changes) panel.confirm();
+  const FileRow& row = panel.row(args.row);
+  std::cout << latin1_to_utf8(panel.heading()) << " " << args.row << '\n'
+            << "FILE NAME        : " << latin1_to_utf8(row.name) << '\n'
+            << "REPORT NAME      : " << latin1_to_utf8(row.report_name) << '\n'
+            << "FILE DESCRIPTION : " << latin1_to_utf8(row.description) << '\n';
+  if (kind == FileKind::kOutput)
+    std::cout << "EXCEL            : " << (row.excel ? "yes" : "no") << '\n';
+  return kOk;
+}
+
+}  // namespace
+
+void add_files_commands(CLI::App& app, Cli& cli) {
+  auto* files = app.add_subcommand(
+      "files", "File details: names and descriptions of input files, output files and reports");
+  files->require_subcommand(1);
+  const std::pair<const char*, FileKind> kinds[] = {
+      {"input", FileKind::kInput}, {"output", FileKind::kOutput}, {"report", FileKind::kReport}};
+  for (auto [word, kind] : kinds) {
+    auto args = std::make_shared<FileArgs>();
+    auto* cmd = files->add_subcommand(
+        word, std::string("Set (and print) a row of the ") + word +
+                  " details, saved as OK does into temp/key2value.dat; an empty value removes "
+                  "the key");
+    cmd->add_option("ROW", args->row, "Row, 1 to the count in temp/Parbase.dat")->required();
+    cmd->add_option("--name", args->name, "FILE NAME (at most 8 characters)");
+    cmd->add_option("--report-name", args->report_name, "REPORT NAME (at most 10 characters)");
+    cmd->add_option("--desc", args->description, "FILE DESCRIPTION (at most 44 characters)");
+    if (kind == FileKind::kOutput) {
+      auto* excel = cmd->add_flag("--excel", args->excel,
+                                  "Excel output (Excel outputs must be the first output files)");
+      cmd->add_flag("--no-excel", args->no_excel, "Not an Excel output (later rows lose it too)")
+          ->excludes(excel);
+    }
+    cmd->callback([&cli, args, kind] {
+      cli.run_in_working_folder([args, kind] { return run_files(kind, *args); });
+    });
+  }
+}
+
+}  // namespace quorva::cli

@@ -1,0 +1,170 @@
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+#include <map>
+
+#include "cli/cli.h"
+#include "cli/commands.h"
+#include "shell/advanced_options.h"
+#include "tagfile/latin1.h"
+#include "tagfile/messages.h"
+
+namespace quorva::cli {
+namespace {
+
+enum class Option {
+  kDescr,
+  kEasytrieve,
+  kCobol,
+  kTips,
+  kTemplate,
+  kPasswordAlert,
+  kSaveDescr,
+  kCompression
+};
+
+const std::map<std::string, Option> kOptions{
+    {"DESCR_BREAK_POINT", Option::kDescr},
+    {"descr-break", Option::kDescr},
+    {"EASYTRIEVE_BREAK_POINT", Option::kEasytrieve},
+    {"easytrieve-break", Option::kEasytrieve},
+    {"COBOL_BREAK_POINT", Option::kCobol},
+    {"cobol-break", Option::kCobol},
+    {"TIPS_AND_TRICKS", Option::kTips},
+    {"tips", Option::kTips},
+    {"ALTERNATIVE_QUORMEM_FILE", Option::kTemplate},
+    {"template", Option::kTemplate},
+    {"ENABLE_PASSWORD_ALERT", Option::kPasswordAlert},
+    {"password-alert", Option::kPasswordAlert},
+    {"ENABLE_SAVE_DESCR_DB2", Option::kSaveDescr},
+    {"save-db2-descriptions", Option::kSaveDescr},
+    {"ENABLE_COBOL_VARS_COMPRESSION", Option::kCompression},
+    {"compress-cobol-vars", Option::kCompression}};
+
+std::optional<bool> on_off(const std::string& text) {
+  if (text == "on" || text == "ON" || text == "1") return true;
+  if (text == "off" || text == "OFF" || text == "0") return false;
+  return std::nullopt;
+}
+
+int show_options() {
+  const AdvancedOptions options = AdvancedOptions::open();
+  auto flag = [](bool on) { return on ? "ON" : "OFF"; };
+  std::cout << "Main Options\n"
+            << "  DESCR_BREAK_POINT             (descr-break, 30-90)       : "
+            << options.descr_break_point << '\n'
+            << "  EASYTRIEVE_BREAK_POINT        (easytrieve-break, 60-200) : "
+            << options.easytrieve_break_point << '\n'
+            << "  COBOL_BREAK_POINT             (cobol-break, 60-200)      : "
+            << options.cobol_break_point << '\n'
+            << "  TIPS_AND_TRICKS               (tips)                     : "
+            << flag(options.tips_and_tricks) << '\n'
+            << "  ALTERNATIVE_QUORMEM_FILE      (template)                 : "
+            << latin1_to_utf8(options.alternative_template) << '\n'
+            << "FTP Options\n"
+            << "  ENABLE_PASSWORD_ALERT         (password-alert)           : "
+            << flag(options.password_alert) << '\n'
+            << "  MONTH_PASSWORD_ALERT                                     : "
+            << options.month_password_alert << '\n'
+            << "Detail Db2\n"
+            << "  ENABLE_SAVE_DESCR_DB2         (save-db2-descriptions)    : "
+            << flag(options.save_descr_db2) << '\n'
+            << "  ENABLE_COBOL_VARS_COMPRESSION (compress-cobol-vars)      : "
+            << flag(options.cobol_vars_compression) << '\n';
+  return kOk;
+}
+
+int set_options(const std::vector<std::string>& assignments) {
+  AdvancedOptions options = AdvancedOptions::open();
+  for (const std::string& assignment : assignments) {
+    const std::size_t equals = assignment.find('=');
+    auto option = kOptions.find(assignment.substr(0, equals));
+    if (equals == std::string::npos || option == kOptions.end()) {
+      Mostra_popup(
+          "Unknown option (KEY=VALUE expected; see quorva options set --help): " + assignment,
+          "Opzione sconosciuta (atteso CHIAVE=VALORE; vedi quorva options set --help): " +
+              assignment);
+      return kUsage;
+    }
+    Latin1Result converted = utf8_to_latin1(assignment.substr(equals + 1));
+    if (!converted.text) {
+      Mostra_popup(converted.message);
+      return kFailed;
+    }
+    const std::string& value = *converted.text;
+    const bool reset = value == "default";
+    std::optional<bool> flag = on_off(value);
+    switch (option->second) {
+      case Option::kDescr:
+        reset ? options.default_descr_break_point() : void(options.descr_break_point = value);
+        continue;
+      case Option::kEasytrieve:
+        reset ? options.default_easytrieve_break_point()
+              : void(options.easytrieve_break_point = value);
+        continue;
+      case Option::kCobol:
+        reset ? options.default_cobol_break_point() : void(options.cobol_break_point = value);
+        continue;
+      case Option::kTemplate:
+        if (reset) {
+          options.default_alternative_template();
+          continue;
+        }
+        options.alternative_template = value;
+        // Refused here, before anything is written.
+        if (!AdvancedOptions::template_acceptable(value)) {
+          Mostra_popup(bilingual("> The Alternative file for the Main Pseudo Source Code is "
+                                 "invalid, or not .TXT, or not found...:",
+                                 "> Il file Alternativo per il Sorgente Principale di "
+                                 "Pseudo-Codice non esiste ,o non e' .TXT,o non e' valido...:") +
+                       value);
+          return kFailed;
+        }
+        continue;
+      default:
+        break;
+    }
+    if (!flag) {
+      Mostra_popup(option->first + " must be ON or OFF, not: " + value,
+                   option->first + " deve essere ON o OFF, non: " + value);
+      return kFailed;
+    }
+    if (option->second == Option::kTips) options.tips_and_tricks = *flag;
+    if (option->second == Option::kSaveDescr) options.save_descr_db2 = *flag;
+    if (option->second == Option::kCompression) options.cobol_vars_compression = *flag;
+    if (option->second == Option::kPasswordAlert &&
+        !options.set_password_alert(*flag, current_month()))
+      return kFailed;
+  }
+  // Clamped break points are reported and stored clamped, as the sheet does.
+  options.apply();
+  return kOk;
+}
+
+}  // namespace
+
+void add_options_commands(CLI::App& app, Cli& cli) {
+  auto* options = app.add_subcommand("options", "Advanced options (Resource/QVconfig.ini)");
+  options->require_subcommand(1);
+  options->add_subcommand("show", "Print the options of the three pages")->callback([&cli] {
+    cli.run_in_working_folder(show_options);
+  });
+  auto assignments = std::make_shared<std::vector<std::string>>();
+  auto* set = options->add_subcommand(
+      "set",
+      "Change options and apply them as OK does. Keys (configuration key or alias):\n"
+      "  DESCR_BREAK_POINT|descr-break (30-90), EASYTRIEVE_BREAK_POINT|easytrieve-break "
+      "(60-200),\n"
+      "  COBOL_BREAK_POINT|cobol-break (60-200): a number, or \"default\"; out of range is "
+      "clamped;\n"
+      "  ALTERNATIVE_QUORMEM_FILE|template: a .txt file inside Resource/, or \"default\";\n"
+      "  TIPS_AND_TRICKS|tips, ENABLE_PASSWORD_ALERT|password-alert,\n"
+      "  ENABLE_SAVE_DESCR_DB2|save-db2-descriptions, "
+      "ENABLE_COBOL_VARS_COMPRESSION|compress-cobol-vars: ON or OFF");
+  set->add_option("KEY=VALUE", *assignments, "Options to change")->required();
+  set->callback([&cli, assignments] {
+    cli.run_in_working_folder([assignments] { return set_options(*assignments); });
+  });
+}
+
+}  // namespace quorva::cli

@@ -94,18 +94,20 @@ void Db2Expansion::expand(const std::string& line, int k,
     return;
   }
   const HostNaming naming = parse_host_naming(columns->access_text);
-  const std::string db2_missing = bilingual("*DB2_not_found*", "*DB2_non_trovata*");
-  const std::string pic_missing = bilingual("*PIC_not_found*", "*PIC_non_trovata*");
+  if (db2_missing_.empty()) {
+    db2_missing_ = bilingual("*DB2_not_found*", "*DB2_non_trovata*");
+    pic_missing_ = bilingual("*PIC_not_found*", "*PIC_non_trovata*");
+  }
   bool first = true;
   for (const DclgenColumn& column : columns->columns) {
     if (form == 'N' && column.not_null != 0) continue;
     std::string out = line;
     if (form == '1' && first) blank_first_separator(out);
     first = false;
-    const std::string host = column.name.empty() ? pic_missing : naming.host_variable(column);
-    replace(out, "<DB2_VAL>", column.name.empty() ? db2_missing : column.name);
+    const std::string host = column.name.empty() ? pic_missing_ : naming.host_variable(column);
+    replace(out, "<DB2_VAL>", column.name.empty() ? db2_missing_ : column.name);
     replace(out, "<COBOL_VAL>", host);
-    replace(out, "<PIC_VAL>", column.cobol_picture.empty() ? pic_missing : column.cobol_picture);
+    replace(out, "<PIC_VAL>", column.cobol_picture.empty() ? pic_missing_ : column.cobol_picture);
     if (form == 'N') {
       replace(out, "WRK-NULL-ALL",
               null_name(*kind, k, selection, two_digits(column.null_indicator)));

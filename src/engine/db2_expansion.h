@@ -26,6 +26,8 @@ class Db2Expansion {
   const ColumnBlock* block(AccessKind kind, int k, Selection selection);
 
   std::map<std::tuple<int, int, int>, std::optional<ColumnBlock>> blocks_;
+  std::string db2_missing_;  // chosen by language once, not per line
+  std::string pic_missing_;
 };
 
 }  // namespace quorva

@@ -81,6 +81,10 @@ void add_check_command(CLI::App& app, Cli& cli) {
                   "program)");
   cmd->add_flag("--no-compile", *no_compile, "Skip the COBOL syntax check with cobc");
   cmd->callback([&cli, program, no_compile] {
+    // A file named from the shell is found before moving into the working folder.
+    std::error_code ec;
+    if (!program->empty() && std::filesystem::is_regular_file(*program, ec))
+      *program = std::filesystem::absolute(*program, ec).lexically_normal().string();
     cli.run_in_working_folder(
         [&cli, program, no_compile] { return run_check(cli, *program, !*no_compile); });
   });

@@ -47,6 +47,10 @@ TEST_F(CheckCommandTest, CurrentProgramCleanThenFaulty) {
 TEST_F(CheckCommandTest, NamedProgramAndMissingFile) {
   write_text(source_ + "EZTORD.txt", kEasytrieveProgram);
   EXPECT_EQ(run("check EZTORD").status, 0);
+  // A relative file name is the shell's, not the working folder's.
+  write_text(folder_.path() / "elsewhere" / "EZTORD.txt", kEasytrieveProgram);
+  CommandResult relative = run("check elsewhere/EZTORD.txt");
+  EXPECT_EQ(relative.status, 0) << relative.output;
   CommandResult missing = run("check NOSUCH");
   EXPECT_EQ(missing.status, 1);
   EXPECT_NE(missing.output.find("cannot be read"), std::string::npos) << missing.output;

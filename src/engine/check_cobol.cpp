@@ -303,7 +303,7 @@ CobolCheckResult check_cobol(const CheckedProgram& program, const CobolCopyFolde
   while (std::getline(lines, line)) {
     if (!line.empty() && line.back() == '\r') line.pop_back();
     std::smatch match;
-    if (!std::regex_match(line, match, kDiagnostic)) continue;
+    if (line.size() > 4 * kScanLimit || !std::regex_match(line, match, kDiagnostic)) continue;
     fs::path file(match.str(1));
     int number = std::stoi(match.str(2));
     std::string message = "cobc: " + match.str(4);

@@ -4,10 +4,24 @@
 
 namespace quorva {
 
+std::string scan_text(const std::string& line) {
+  return line.substr(0, kScanLimit);
+}
+
+std::string collapse_blanks(const std::string& text) {
+  std::string out;
+  for (char c : text) {
+    bool blank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
+    if (blank && !out.empty() && out.back() == ' ') continue;
+    out += blank ? ' ' : c;
+  }
+  return out;
+}
+
 bool opens_instream_data(const std::string& jcl_line) {
   if (jcl_line.rfind("//*", 0) == 0) return false;
   static const std::regex kInstream(R"(\sDD\s+(\*|DATA)(\s|,|$))");
-  return std::regex_search(jcl_line, kInstream);
+  return std::regex_search(scan_text(jcl_line), kInstream);
 }
 
 CheckedProgram split_program(const std::string& name, CheckLanguage language,
@@ -36,7 +50,7 @@ CheckedProgram split_program(const std::string& name, CheckLanguage language,
       in_data = language == CheckLanguage::kCobol && opens_instream_data(line);
       continue;
     }
-    if (in_data && !std::regex_search(line, kProgramStart)) {
+    if (in_data && !std::regex_search(scan_text(line), kProgramStart)) {
       program.kinds.push_back(CheckLineKind::kInstreamData);
       continue;
     }

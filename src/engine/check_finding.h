@@ -40,6 +40,15 @@ CheckedProgram split_program(const std::string& name, CheckLanguage language,
 /// True when a JCL line opens in-stream data ("DD *" or "DD DATA").
 bool opens_instream_data(const std::string& jcl_line);
 
+/// At most the first kScanLimit characters of a line: mainframe lines are 80 columns, and
+/// the standard regular expressions recurse once per character, so longer text (already a
+/// layout finding) is never handed to them whole.
+constexpr size_t kScanLimit = 256;
+std::string scan_text(const std::string& line);
+
+/// The text with every run of blanks, tabs and line ends made one blank.
+std::string collapse_blanks(const std::string& text);
+
 /// Adds a finding for line index `index` (0-based) of the program.
 void add_finding(std::vector<CheckFinding>& findings, const CheckedProgram& program, size_t index,
                  std::string message);

@@ -196,7 +196,7 @@ void check_dd(const CheckedProgram& program, const JclStatement& dd,
   bool managed = !keyword(ops, "LIKE").empty() || !keyword(ops, "DATACLAS").empty();
   if (space.empty() && !tape && !managed) report("a new data set on disk needs SPACE=");
   static const std::regex kSpace(R"(\((TRK|CYL|[0-9]+),\([0-9]*(,[0-9]+){0,2}\)(,.*)?\))");
-  if (!space.empty() && !std::regex_match(space, kSpace))
+  if (!space.empty() && (space.size() > kScanLimit || !std::regex_match(space, kSpace)))
     report("invalid SPACE=" + space + " (expected (TRK|CYL|blksize,(primary,secondary)))");
   std::string dcb = keyword(ops, "DCB");
   bool lrecl = !keyword(ops, "LRECL").empty() || dcb.find("LRECL=") != std::string::npos ||
@@ -245,7 +245,7 @@ void check_run_step(const CheckedProgram& program, const std::vector<JclStatemen
         std::string text = upper(card);
         while (!text.empty() && text.back() == ' ') text.pop_back();
         if (!text.empty() && (text.back() == '-' || text.back() == '+')) text.pop_back();
-        tso += text + " ";
+        tso += collapse_blanks(scan_text(text)) + " ";
       }
     static const std::regex kRun(R"(\bRUN\s+PROG(RAM)?\s*\(\s*([A-Z0-9@#$]+)\s*\))");
     std::smatch run;

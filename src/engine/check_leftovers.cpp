@@ -46,7 +46,7 @@ std::vector<CheckFinding> check_leftovers(const CheckedProgram& program) {
   std::vector<CheckFinding> findings;
   for (size_t i = 0; i < program.lines.size(); ++i) {
     if (program.kinds[i] == CheckLineKind::kInstreamData) continue;
-    std::string rest = program.lines[i];
+    std::string rest = scan_text(program.lines[i]);
     // Each placeholder is named once; its text is then blanked so a shorter pattern
     // (the bare "#", a generic "<...>") does not report it again.
     for (size_t p = 0; p < patterns.size(); ++p) {

@@ -19,7 +19,15 @@ namespace quorva {
 CheckLanguage detect_language(const std::string& text) {
   static const std::regex kDivision(R"(\b(IDENTIFICATION|ID|PROCEDURE)\s+DIVISION\b)",
                                     std::regex::icase);
-  return std::regex_search(text, kDivision) ? CheckLanguage::kCobol : CheckLanguage::kEasytrieve;
+  size_t start = 0;
+  while (start < text.size()) {
+    size_t end = text.find('\n', start);
+    if (end == std::string::npos) end = text.size();
+    if (std::regex_search(scan_text(text.substr(start, end - start)), kDivision))
+      return CheckLanguage::kCobol;
+    start = end + 1;
+  }
+  return CheckLanguage::kEasytrieve;
 }
 
 CheckReport check_program_text(const std::string& name, CheckLanguage language,

@@ -99,6 +99,7 @@ ProgramFiles program_files(const CheckedProgram& program) {
       continue;
     source += upper(line.substr(7, 65)) + " ";
   }
+  source = collapse_blanks(source);
   static const std::regex kAssign(R"(\bASSIGN\s+(TO\s+)?([A-Z0-9@#$-]+))");
   for (auto it = std::sregex_iterator(source.begin(), source.end(), kAssign);
        it != std::sregex_iterator(); ++it) {

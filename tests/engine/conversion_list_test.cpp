@@ -1,0 +1,79 @@
+#include "engine/conversion_list.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "engine/template_loader.h"
+#include "support/recording_ui.h"
+#include "support/temp_folder.h"
+
+namespace quorva {
+namespace {
+
+using test::read_text;
+using test::RecordingUi;
+using test::TempWorkingFolder;
+using test::write_text;
+
+std::string pairs_text(const ConversionList& list) {
+  std::string text;
+  for (const ConversionPair& p : list) text += "[" + p.key + "|" + p.value + "]";
+  return text;
+}
+
+TEST(ConversionList, KeyToValueFilesAndCollectionsInOrder) {
+  TempWorkingFolder folder;
+  RecordingUi ui;
+  write_text("temp/key2value.dat", "A=1=2\nno separator\nEMPTY=\n=never\n K = v \n");
+  write_text("temp/customK2V.dat",
+             "Key2Value_03=temp/Key2Value_b.txt\nKey2Value_01=temp/Key2Value_a.txt\n"
+             "Key2Value_02=temp/Key2Value_gone.txt\n");
+  write_text("temp/Key2Value_a.txt", "desc_key2value=first\nA=from a\n");
+  write_text("temp/Key2Value_b.txt", "desc_key2value=second\nB=from b\n");
+  ConversionList list;
+  ASSERT_TRUE(Leggi_all_K2V_tag(kKey2ValueFile, true, list));
+  ASSERT_TRUE(Leggi_all_K2Value_coll(true, kCollectionSlots, list));
+  EXPECT_EQ(pairs_text(list), "[A|1=2][|never][ K | v ][A|from a][B|from b]");
+  EXPECT_EQ(ui.messages,
+            (std::vector<std::string>{"The Collection of Key to Value file has not been found!!"
+                                      "temp/Key2Value_gone.txt"}));
+  EXPECT_FALSE(Leggi_all_K2V_tag("temp/none.dat", true, list));
+  EXPECT_EQ(ui.messages.back(), "WARNING, I cannot open the file:temp/none.dat");
+  ConversionList quiet;
+  Leggi_all_K2Value_coll(false, kCollectionSlots, quiet);
+  EXPECT_NE(read_text("error.log").find("Errore file non trovato in Leggi_all_K2Value_coll.-99"),
+            std::string::npos);
+}
+
+TEST(ConversionList, BuiltInPlaceholdersComeFirst) {
+  TempWorkingFolder folder;
+  RecordingUi ui;
+  write_text("Resource/User.dat", "tsouser=U1\nnomecognome=N\n");
+  write_text("temp/key2value.dat", "<++++++>=USER-WINS-NOT\n");
+  ProgramDefinition def{.name = "P1", .description = {"abc", "de"}, .commit = true};
+  ConversionList list;
+  build_conversion_list(def, {"V9", "01/Jan/2026"}, list);
+  EXPECT_EQ(pairs_text(list),
+            "[<VRS>|V9][<++++++>|P1][<DESCRIZIONE-PROGRAMMA1>|ABC][<DESCRIZIONE-PROGRAMMA2>|DE]"
+            "[//.///.////|01/Jan/2026][<----->|U1][<NOME-COGNOME>|N]"
+            "[<SEL/FET/DEL/INS/UPD/ROL/COM>|[COMM]][<++++++>|USER-WINS-NOT]");
+}
+
+TEST(TemplateLoader, MarkerAndCodeLines) {
+  const struct {
+    const char* text;
+    std::vector<std::string> lines;
+  } cases[] = {
+      {"numlines=1\n", {}},
+      {"[the code begins here]\nC     A\n", {}},
+      {"h=1\n  [THE CODE BEGINS HERE]  \nC     A\n\n[THE CODE BEGINS HERE]\n  x",
+       {"C     A", "", "[THE CODE BEGINS HERE]", "  x"}},
+      {"[THE CODE BEGINS HERE]\r\nC     A\r\n", {"C     A"}},
+  };
+  for (const auto& c : cases) EXPECT_EQ(code_lines_of(c.text), c.lines) << c.text;
+}
+
+}  // namespace
+}  // namespace quorva

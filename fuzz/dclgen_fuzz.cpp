@@ -12,9 +12,7 @@
 #include "dclgen/dclgen_member.h"
 #include "dclgen/dclgen_parser.h"
 #include "dclgen/picture_compression.h"
-// This target links the tag-file and DCLGEN code only; the column-file store it also
-// exercises is compiled in here.
-#include "engine/column_file.cpp"
+#include "engine/column_file.h"
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   auto dir = std::filesystem::temp_directory_path() / ("quorva-fuzz-" + std::to_string(::getpid()));

@@ -114,6 +114,11 @@ std::vector<std::string> stub_precompile(const std::vector<std::string>& lines) 
       block.last = k;
       block.end_col = std::string::npos;
     }
+    if (block.end_col == std::string::npos) {
+      // No END-EXEC: the lines stay as written and the compiler reports the EXEC.
+      ++i;
+      continue;
+    }
     for (const std::string& part : block.line_parts) block.text += part + " ";
     std::istringstream words(upper(block.text));
     std::string verb, object;
@@ -121,9 +126,8 @@ std::vector<std::string> stub_precompile(const std::vector<std::string>& lines) 
     SqlKind kind = verb == "INCLUDE"   ? SqlKind::kInclude
                    : verb == "DECLARE" ? SqlKind::kDeclare
                                        : SqlKind::kOther;
-    std::string after = block.end_col == std::string::npos
-                            ? std::string()
-                            : area(lines[block.last], block.end_col, 72);
+    std::string after = area(lines[block.last], block.end_col, 72);
+    bool using_written = false;
     for (size_t k = block.first; k <= block.last; ++k) {
       std::string before = k == block.first ? area(lines[k], 0, block.start_col) : "";
       std::string stub;
@@ -133,10 +137,8 @@ std::vector<std::string> stub_precompile(const std::vector<std::string>& lines) 
         if (k == block.first) stub = "CALL 'SQLSTUB'";
         std::vector<std::string> vars = host_variables(block.line_parts[k - block.first]);
         if (!vars.empty()) {
-          bool first_vars = true;
-          for (size_t p = block.first; p < k; ++p)
-            if (!host_variables(block.line_parts[p - block.first]).empty()) first_vars = false;
-          if (first_vars) stub += stub.empty() ? "USING" : " USING";
+          if (!using_written) stub += stub.empty() ? "USING" : " USING";
+          using_written = true;
           for (const std::string& var : vars) stub += (stub.empty() ? "" : " ") + var;
         }
       }

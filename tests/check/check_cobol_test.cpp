@@ -21,6 +21,8 @@ TEST(StubPrecompileTest, SqlBlocksBecomeCobolLineForLine) {
       {{"           EXEC SQL COMMIT END-EXEC", "           MOVE :A TO B."},
        {"           CALL 'SQLSTUB'", "           MOVE :A TO B."}},
       {{"      *    EXEC SQL COMMIT END-EXEC"}, {"      *    EXEC SQL COMMIT END-EXEC"}},
+      {{"           EXEC SQL COMMIT", "           MOVE A TO B."},
+       {"           EXEC SQL COMMIT", "           MOVE A TO B."}},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.in[0]);

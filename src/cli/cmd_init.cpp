@@ -14,7 +14,8 @@ void add_init_command(CLI::App& app, Cli& cli) {
   auto folder = std::make_shared<std::string>();
   auto force = std::make_shared<bool>(false);
   cmd->add_option("DIR", *folder, "Folder to create")->required();
-  cmd->add_flag("--force", *force, "Write the shipped files over an existing working folder");
+  cmd->add_flag("--force", *force,
+                "Restore the shipped Resource files of an existing working folder");
   cmd->callback([&cli, folder, force] {
     FolderResult made = init_working_folder(*folder, *force);
     if (!made.ok) {

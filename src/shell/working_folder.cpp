@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <string_view>
 #include <system_error>
 
 #include "shell/skeleton.h"
@@ -72,8 +73,10 @@ bool is_working_folder(const fs::path& folder) {
 FolderResult init_working_folder(const fs::path& folder, bool force) {
   std::error_code ec;
   if (is_working_folder(folder) && !force)
-    return {false, "A working folder already exists in " + folder.string() +
-                       "\nUse --force to write the shipped files over it (other files are kept)."};
+    return {false,
+            "A working folder already exists in " + folder.string() +
+                "\nUse --force to restore the shipped Resource files; your program definition, "
+                "members and user data are kept."};
   fs::create_directories(folder, ec);
   if (ec) return {false, "I cannot create the folder " + folder.string() + ": " + ec.message()};
   for (const SkeletonEntry& entry : skeleton_entries()) {
@@ -81,6 +84,9 @@ FolderResult init_working_folder(const fs::path& folder, bool force) {
     if (entry.directory) {
       fs::create_directories(target, ec);
     } else {
+      // The sample definition and members are only a start: once there, they are the user's.
+      const bool users_own = std::string_view(entry.path).substr(0, 9) != "Resource/";
+      if (users_own && fs::exists(target, ec)) continue;
       fs::create_directories(target.parent_path(), ec);
       if (!ec && !write_bytes(target, entry.data, entry.size))
         return {false, "I cannot write the file " + target.string()};
@@ -92,7 +98,7 @@ FolderResult init_working_folder(const fs::path& folder, bool force) {
   if (ec) return {false, "I cannot create the folder " + programs.string() + ": " + ec.message()};
 
   const std::string user = (folder / "Resource" / "User.dat").string();
-  if (!Esiste_file(user) || force) {
+  if (!Esiste_file(user)) {
     std::string text;
     for (const char* tag : kUserTags)
       text +=

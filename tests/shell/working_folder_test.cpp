@@ -69,6 +69,7 @@ TEST(WorkingFolder, InitRefusesAnExistingFolderUnlessForced) {
   ASSERT_TRUE(init_working_folder(dir, false).ok);
   write_text(dir / "Resource" / "QVconfig.ini", "target_language=ITA\n");
   write_text(dir / "temp" / "Parbase.dat", "nomeprogr=MINE\n");
+  write_text(dir / "Resource" / "User.dat", "username=ME\n");
   FolderResult again = init_working_folder(dir, false);
   EXPECT_FALSE(again.ok);
   EXPECT_NE(again.message.find("already exists"), std::string::npos);
@@ -76,6 +77,7 @@ TEST(WorkingFolder, InitRefusesAnExistingFolderUnlessForced) {
   ASSERT_TRUE(init_working_folder(dir, true).ok);
   EXPECT_NE(read_text(dir / "Resource" / "QVconfig.ini"), "target_language=ITA\n");
   EXPECT_EQ(read_text(dir / "temp" / "Parbase.dat"), "nomeprogr=MINE\n");
+  EXPECT_EQ(read_text(dir / "Resource" / "User.dat"), "username=ME\n");
 }
 
 TEST(WorkingFolder, EnteringChecksTheInstallation) {

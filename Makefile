@@ -10,9 +10,14 @@ QUORVA     := $(BUILD)/src/quorva
 .PHONY: run test bootstrap build build-asan unit-test asan-test bench fuzz format clean
 
 run: build
-	@if [ ! -d "$(DEMO)/Resource" ]; then $(QUORVA) init $(DEMO); fi
+	@if [ ! -d "$(DEMO)/Resource" ]; then \
+	  $(QUORVA) init $(DEMO) && \
+	  echo DEMOPW | $(QUORVA) --home $(DEMO) user set ip=127.0.0.1 library=DEMO.SOURCE \
+	    user=DEMO password=- "name=Demo Programmer" "company=Demo Company" \
+	    folder=$(abspath $(DEMO))/programs/ >/dev/null; \
+	fi
 	@echo "Demo working folder: $(abspath $(DEMO))"
-	@$(QUORVA) --home $(DEMO) generate --yes | sed 's/^/Generated program: /'
+	@$(QUORVA) --home $(DEMO) --yes generate --check
 
 test: build build-asan
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

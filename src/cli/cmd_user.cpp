@@ -24,7 +24,8 @@ const std::map<std::string, UserField> kUserFields{
     {"societa", UserField::kCompany},        {"company", UserField::kCompany}};
 
 int show_user() {
-  const UserData& data = UserDataPanel::open().data();
+  const UserDataPanel panel = UserDataPanel::open();
+  const UserData& data = panel.data();
   auto print = [](const char* label, const std::string& value) {
     std::cout << label << latin1_to_utf8(value) << '\n';
   };

@@ -116,7 +116,7 @@ TEST(CommandLine, UserAndOptions) {
   const struct {
     std::string args;
     int status;
-    const char* says;
+    std::string says;
   } steps[] = {
       {"user set ip=192.0.2.10", 1, "You have not inserted all the required fields!!"},
       {"user set ip=192.0.2.10 library=USER01.SOURCE user=USER01 password=SECRET1 "
@@ -130,7 +130,9 @@ TEST(CommandLine, UserAndOptions) {
        "'name=Mario Rossi' company=Esempio folder=" +
            shell_quote(folder),
        0, ""},
-      {"user show", 0, "pswtso          (password) : ********"},
+      {"user show", 0,
+       "pswtso          (password) : ********\ntsouser         (user)     : USER01"},
+      {"user show", 0, "(folder)   : " + folder + "/\n"},
       {"options set cobol-break=250 descr-break=default", 0, "for COBOL must be within"},
       {"options set template=Missing.txt tips=OFF", 1, "is invalid, or not .TXT"},
       {"options set tips=maybe", 1, "must be ON or OFF"},

@@ -23,6 +23,7 @@ LineWriter::LineWriter(const ProgramDefinition& def, const ConversionList& conve
 
 void LineWriter::scrivi_riga_output(std::string line) {
   if (line.size() >= 4 && filtered_out(line[3], def_)) return;
+  const bool once = line.size() > 5 && line[5] == kOnceFlag;
   apply_conversions(conversions_, line);
   if (def_.thru && line.find("PERFORM") != std::string::npos)
     for (char& c : line)
@@ -31,6 +32,8 @@ void LineWriter::scrivi_riga_output(std::string line) {
     line.erase(0, 6);
   else
     line.replace(0, 6, 6, ' ');
+  // Two accesses to one table must not declare its host variables twice.
+  if (once && !once_written_.insert(line).second) return;
   if (break_line(break_point_, continuation_, kContinuationIndent, line)) ++lines_written_;
   line += '\n';
   text_ += line;

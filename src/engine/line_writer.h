@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "engine/conversion_list.h"
@@ -11,6 +12,8 @@ namespace quorva {
 constexpr int kCobolBreakPoint = 72;
 constexpr int kEasytrieveBreakPoint = 78;
 constexpr int kContinuationIndent = 10;
+/// Position 6 of a template line: write the line only if the same text is not written yet.
+constexpr char kOnceFlag = 'U';
 
 /// Breaks `line` once at the last blank at or before `break_point` (index from 0, down to
 /// 1), inserting " " + continuation + "\n" + ten blanks. True when the line was broken.
@@ -23,7 +26,8 @@ class LineWriter {
   LineWriter(const ProgramDefinition& def, const ConversionList& conversions, int cobol_break,
              int easytrieve_break);
 
-  /// Writes zero, one or two physical lines for one template line.
+  /// Writes zero, one or two physical lines for one template line; a line flagged
+  /// `kOnceFlag` is dropped when an identical one was written before.
   void scrivi_riga_output(std::string line);
 
   const std::string& text() const { return text_; }
@@ -40,6 +44,7 @@ class LineWriter {
   std::string first_lines_;
   int lines_written_ = 0;
   int first_kept_ = 0;
+  std::unordered_set<std::string> once_written_;
 };
 
 }  // namespace quorva

@@ -44,6 +44,23 @@ TEST(LineWriter, FilterMarginThruAndNumbering) {
   for (const auto& c : cases) EXPECT_EQ(written(*c.def, none, c.line), c.expected) << c.line;
 }
 
+TEST(LineWriter, OnceFlagDropsARepeatedTextOnly) {
+  const ProgramDefinition cobol;
+  const ConversionList list = {
+      {"INCLU-1S", "CUSTOMER"}, {"INCLU-1U", "CUSTOMER"}, {"INCLU-1F", "ORDERS"}};
+  LineWriter writer(cobol, list, kCobolBreakPoint, kEasytrieveBreakPoint);
+  for (const char* line : {"C2S  U     EXEC SQL INCLUDE INCLU-1S END-EXEC.",
+                           "C2F  U     EXEC SQL INCLUDE INCLU-1F END-EXEC.",
+                           "C2U  U     EXEC SQL INCLUDE INCLU-1U END-EXEC.",
+                           "C2U        EXEC SQL INCLUDE INCLU-1U END-EXEC."})
+    writer.scrivi_riga_output(line);
+  EXPECT_EQ(writer.text(),
+            "           EXEC SQL INCLUDE CUSTOMER END-EXEC.\n"
+            "           EXEC SQL INCLUDE ORDERS   END-EXEC.\n"
+            "           EXEC SQL INCLUDE CUSTOMER END-EXEC.\n");
+  EXPECT_EQ(writer.lines_written(), 3);
+}
+
 TEST(LineWriter, BreaksOnceAtTheLanguageBreakPoint) {
   const std::string text66 = std::string(60, 'A') + " BBBBB";  // 72 with the margin
   const struct {

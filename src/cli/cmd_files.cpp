@@ -85,7 +85,8 @@ void add_files_commands(CLI::App& app, Cli& cli) {
   files->require_subcommand(1);
   const std::pair<const char*, FileKind> kinds[] = {
       {"input", FileKind::kInput}, {"output", FileKind::kOutput}, {"report", FileKind::kReport}};
-  for (auto [word, kind] : kinds) {
+  for (const auto& [word, kind_binding] : kinds) {
+    const FileKind kind = kind_binding;  // a copy: clang cannot capture a structured binding
     auto args = std::make_shared<FileArgs>();
     auto* cmd = files->add_subcommand(
         word, std::string("Set (and print) a row of the ") + word +

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <bitset>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -44,5 +46,21 @@ void build_conversion_list(const ProgramDefinition& def, const HeaderValues& hea
 
 /// "#" to "1", then every pair in list order, column-preserving.
 void apply_conversions(const ConversionList& list, std::string& line);
+
+/// `apply_conversions` for a whole program: a key is looked for only when every pair of
+/// adjacent characters it has is in the line, so hundreds of pairs cost little per line.
+class ConversionFilter {
+ public:
+  explicit ConversionFilter(const ConversionList& list);
+  void apply(std::string& line) const;
+
+ private:
+  static constexpr std::size_t kBits = 4096;
+  using Present = std::bitset<kBits>;
+  static Present pairs_of(const std::string& text);
+
+  const ConversionList& list_;
+  std::vector<std::vector<std::uint16_t>> key_bits_;
+};
 
 }  // namespace quorva

@@ -24,7 +24,7 @@ LineWriter::LineWriter(const ProgramDefinition& def, const ConversionList& conve
 void LineWriter::scrivi_riga_output(std::string line) {
   if (line.size() >= 4 && filtered_out(line[3], def_)) return;
   const bool once = line.size() > 5 && line[5] == kOnceFlag;
-  apply_conversions(conversions_, line);
+  conversions_.apply(line);
   if (def_.thru && line.find("PERFORM") != std::string::npos)
     for (char& c : line)
       if (c == '.') c = ' ';

@@ -37,7 +37,7 @@ class LineWriter {
 
  private:
   const ProgramDefinition& def_;
-  const ConversionList& conversions_;
+  ConversionFilter conversions_;
   int break_point_;
   char continuation_;
   std::string text_;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,24 @@ TEST(ConversionList, BuiltInPlaceholdersComeFirst) {
             "[<VRS>|V9][<++++++>|P1][<DESCRIZIONE-PROGRAMMA1>|ABC][<DESCRIZIONE-PROGRAMMA2>|DE]"
             "[//.///.////|01/Jan/2026][<----->|U1][<NOME-COGNOME>|N]"
             "[<SEL/FET/DEL/INS/UPD/ROL/COM>|[COMM]][<++++++>|USER-WINS-NOT]");
+}
+
+// The filter must never skip a key the plain pass would replace, chains of values included.
+TEST(ConversionList, FilterGivesThePlainPassResult) {
+  const ConversionList list = {{"<A>", "<B>  "}, {"UIN#", "X"},     {"<B>", "VALUE-B"},
+                               {"AB", "ZZ"},     {"", "never"},     {"K", "KK"},
+                               {"E-B", "<A>"},   {"FILEIN1", "IN"}, {"<A>", "again"}};
+  const ConversionFilter filter(list);
+  std::mt19937 random(7);
+  const std::string alphabet = "<>AB-EKUIN#FL1 ";
+  for (int round = 0; round < 3000; ++round) {
+    std::string line(random() % 30, ' ');
+    for (char& c : line) c = alphabet[random() % alphabet.size()];
+    std::string plain = line, filtered = line;
+    apply_conversions(list, plain);
+    filter.apply(filtered);
+    ASSERT_EQ(filtered, plain) << "line: \"" << line << '"';
+  }
 }
 
 TEST(TemplateLoader, MarkerAndCodeLines) {

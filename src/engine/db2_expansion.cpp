@@ -1,7 +1,9 @@
 #include "engine/db2_expansion.h"
 
+#include <algorithm>
 #include <cctype>
 
+#include "engine/line_writer.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
@@ -9,12 +11,26 @@
 // Implementation details: position 3 names the access kind, the block's occurrence k the
 // access, position 4 the selection (X QUERY, W WHERE) and position 5 the form: "A" one line
 // per column, "1" the same with the first list separator blanked on the first column, "N"
-// one line per nullable column in the null-indicator form.
+// one line per nullable column in the null-indicator form. "<IND_VAL>" binds a nullable
+// column's indicator next to its host variable (the same name the "N" form declares).
 
 namespace quorva {
 namespace {
 
 constexpr std::size_t kTextColumn = 6;
+
+// The writer breaks a line past its margin and the second piece would be code: a to-do
+// comment gives up blanks of its indentation first.
+void fit_comment(std::string& comment) {
+  const bool cobol = comment[0] != 'J' && comment[0] != 'E';
+  const std::size_t margin = cobol ? static_cast<std::size_t>(kCobolBreakPoint)
+                                   : kTextColumn + static_cast<std::size_t>(kEasytrieveBreakPoint);
+  const std::size_t end = comment.find_last_not_of(' ') + 1;
+  const std::size_t from = kTextColumn + 2;  // one blank stays after the "*"
+  const std::size_t text = comment.find_first_not_of(' ', from);
+  if (end <= margin || text == std::string::npos) return;
+  comment.erase(from, std::min(end - margin, text - from));
+}
 
 bool is_word_char(char c) {
   return std::isalnum(static_cast<unsigned char>(c)) || c == '-' || c == '_';
@@ -89,7 +105,9 @@ void Db2Expansion::expand(const std::string& line, int k,
     replace(comment, "<COBOL_VAL>", "host-variable");
     replace(comment, "CAMPO-ALL", "host-variable");
     replace(comment, "<PIC_VAL>", "X(10)");
+    replace(comment, "<IND_VAL>", "");
     if (kind) replace(comment, "WRK-NULL-ALL", null_name(*kind, k, selection, "00"));
+    fit_comment(comment);
     emit(std::move(comment));
     return;
   }
@@ -108,9 +126,13 @@ void Db2Expansion::expand(const std::string& line, int k,
     replace(out, "<DB2_VAL>", column.name.empty() ? db2_missing_ : column.name);
     replace(out, "<COBOL_VAL>", host);
     replace(out, "<PIC_VAL>", column.cobol_picture.empty() ? pic_missing_ : column.cobol_picture);
+    auto indicator = [&] {
+      return null_name(*kind, k, selection, two_digits(column.null_indicator));
+    };
+    if (out.find("<IND_VAL>") != std::string::npos)
+      replace(out, "<IND_VAL>", column.not_null != 0 ? "" : ":" + indicator());
     if (form == 'N') {
-      replace(out, "WRK-NULL-ALL",
-              null_name(*kind, k, selection, two_digits(column.null_indicator)));
+      replace(out, "WRK-NULL-ALL", indicator());
       replace(out, "CAMPO-ALL", host);
       if (!db2type::is_numeric(column.type_code)) replace(out, "ZEROES", "SPACES");
     }

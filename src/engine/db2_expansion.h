@@ -19,7 +19,8 @@ bool is_db2_line(const std::string& line);
 class Db2Expansion {
  public:
   /// Produces the lines of `line` (its "#" already numbered) for access `k`; each goes to
-  /// `emit`. A line with no selection behind it becomes one comment line to complete.
+  /// `emit`. "<IND_VAL>" becomes ":" + the indicator of a nullable column, nothing for a NOT
+  /// NULL one. A line with no selection behind it becomes one comment line to complete.
   void expand(const std::string& line, int k, const std::function<void(std::string)>& emit);
 
  private:

@@ -18,6 +18,10 @@ TEST(StubPrecompileTest, SqlBlocksBecomeCobolLineForLine) {
       {{"           EXEC SQL SELECT A INTO :WS-A:WS-IND",
         "                FROM T WHERE K = :DCLT.K-1 AND C = 'X:Y'", "           END-EXEC"},
        {"           CALL 'SQLSTUB' USING WS-A WS-IND", "           K-1 OF DCLT", "           "}},
+      // Indicators are named like any host variable, with or without INDICATOR.
+      {{"           EXEC SQL FETCH C1", "                INTO :A       :IA, :B INDICATOR :IB",
+        "           END-EXEC."},
+       {"           CALL 'SQLSTUB'", "           USING A IA B IB", "           ."}},
       {{"           EXEC SQL COMMIT END-EXEC", "           MOVE :A TO B."},
        {"           CALL 'SQLSTUB'", "           MOVE :A TO B."}},
       {{"      *    EXEC SQL COMMIT END-EXEC"}, {"      *    EXEC SQL COMMIT END-EXEC"}},

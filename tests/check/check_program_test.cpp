@@ -163,13 +163,17 @@ TEST_F(CheckCobolTest, CleanProgramCompiles) {
 
 TEST_F(CheckCobolTest, UndefinedHostVariablesAreReportedOnTheirLines) {
   std::string text = replaced(kCobolProgram, ":DCLORDERS.ORD-ID", ":DCLORDERS.ORD-IDX");
-  text = replaced(text, ":NOTE:WS-NULL-NOTE", ":NOTE:WS-NULL-NOT");
+  // Indicators as the generator writes them, after a blank, and with INDICATOR.
+  text = replaced(text, ":NOTE:WS-NULL-NOTE", ":NOTE :WS-NULL-NOT");
+  text = replaced(text, "INTO :ORD-ID END-EXEC", "INTO :ORD-ID INDICATOR :WS-NID END-EXEC");
   CheckReport report = check(text);
-  ASSERT_EQ(report.findings.size(), 2u) << format_findings(report);
+  ASSERT_EQ(report.findings.size(), 3u) << format_findings(report);
   EXPECT_EQ(report.findings[0].line, 51);
   EXPECT_NE(report.findings[0].message.find("'WS-NULL-NOT' is not defined"), std::string::npos);
   EXPECT_EQ(report.findings[1].line, 53);
   EXPECT_NE(report.findings[1].message.find("ORD-IDX"), std::string::npos);
+  EXPECT_EQ(report.findings[2].line, 60);
+  EXPECT_NE(report.findings[2].message.find("'WS-NID' is not defined"), std::string::npos);
 }
 
 TEST_F(CheckCobolTest, MissingMemberIsReported) {

@@ -42,6 +42,11 @@ TEST(SqlStatementsTest, Db2RewritesForPostgres) {
       {"SELECT A, B INTO :X.A, :B:IND-B FROM T WHERE K = :K AND D <= CURRENT DATE WITH UR",
        "SELECT A, B FROM T WHERE K = $1 AND D <= CURRENT_DATE"},
       {"SELECT A FROM T WHERE K = :K INTO :A", "SELECT A FROM T WHERE K = $1"},
+      // The generated INTO list: an indicator after a blank, or with INDICATOR.
+      {"SELECT A, B, C INTO :A , :B        :WRK-NULL-S1Q-01 , :C INDICATOR :IC FROM T "
+       "WHERE K = :K",
+       "SELECT A, B, C FROM T WHERE K = $1"},
+      {"UPDATE T SET A = :A :IA, B = :B WHERE K = :K", "UPDATE T SET A = $1, B = $2 WHERE K = $3"},
       {"DECLARE C1 CURSOR WITH HOLD FOR SELECT A FROM T WHERE K > :K FOR UPDATE OF A, B",
        "SELECT A FROM T WHERE K > $1 FOR UPDATE"},
       {"UPDATE T SET A = :A INDICATOR :IA, TS = CURRENT TIMESTAMP WHERE K = :K OR J = :K",

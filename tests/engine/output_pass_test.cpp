@@ -77,9 +77,11 @@ TEST(OutputPass, Db2LinesExpandPerSelectedColumn) {
                      "C2SXA           SELECT <DB2_VAL>\n"
                      "C2SX1           ,  <DB2_VAL>\n"
                      "C2SW1         AND <DB2_VAL> = :<COBOL_VAL>\n"
-                     "C2SXN     MOVE ZEROES TO CAMPO-ALL WRK-NULL-ALL\n"
+                     "C2SXA          :<COBOL_VAL> <IND_VAL>\n"
+                     // Text from column 30: the longer to-do comment would pass column 72.
+                     "C2SXN                        MOVE ZEROES TO CAMPO-ALL WRK-NULL-ALL\n"
                      "C2SXQ     unknown form\n"),
-            // Access 1 has selections.
+            // Access 1 has selections; only the nullable columns get an indicator.
             "                SELECT CUST_ID\n"
             "                SELECT CUST_NAME\n"
             "                SELECT BALANCE\n"
@@ -88,13 +90,17 @@ TEST(OutputPass, Db2LinesExpandPerSelectedColumn) {
             "                ,  BALANCE\n"
             "                  CUST_ID   = :W-1\n"
             "              AND CUST_NAME = :W-2\n"
-            "          MOVE SPACES TO CL-CUST-NAME WRK-NULL-S1Q-01\n"
-            "          MOVE ZEROES TO CL-BALANCE WRK-NULL-S1Q-02\n"
+            "               :CL-CUST-ID  \n"
+            "               :CL-CUST-NAME :WRK-NULL-S1Q-01\n"
+            "               :CL-BALANCE  :WRK-NULL-S1Q-02\n"
+            "                             MOVE SPACES TO CL-CUST-NAME WRK-NULL-S1Q-01\n"
+            "                             MOVE ZEROES TO CL-BALANCE WRK-NULL-S1Q-02\n"
             // Access 2 has none: one comment line each, to complete by hand.
             "      *         SELECT column-name\n"
             "      *         ,  column-name\n"
             "      *       AND column-name = :host-variable\n"
-            "      *   MOVE ZEROES TO host-variable WRK-NULL-S2Q-00\n");
+            "      *        :host-variable \n"
+            "      *                     MOVE ZEROES TO host-variable WRK-NULL-S2Q-00\n");
   EXPECT_NE(read_text("error.log").find("Flag 5 non riconosciuto :C2SXQ     unknown form"),
             std::string::npos);
 }

@@ -11,6 +11,7 @@
 #include "engine/generator.h"
 #include "support/postgres_cluster.h"
 #include "support/recording_ui.h"
+#include "support/run_command.h"
 #include "support/sql_statements.h"
 #include "support/temp_folder.h"
 #include "template/program_definition_files.h"
@@ -89,6 +90,36 @@ TEST(TemplateMatrixTest, MatrixCoversEveryChoice) {
     nine_excel_out |= d.fileout == 9 && d.excel == 2;
   }
   EXPECT_TRUE(easytrieve_match && cobol_match && routine && nine_excel_out);
+}
+
+// The usual read-then-update of one table: three accesses name one DCLGEN member and share
+// columns, which must still give one INCLUDE and one declaration of each host field.
+TEST(TemplateMatrixTest, AccessesSharingAMemberDeclareItOnce) {
+  if (!cobol_compiler_available()) GTEST_SKIP() << "cobc is not installed";
+  TempWorkingFolder scratch;
+  const std::string home = (scratch.path() / "wf").string();
+  const std::string quorva = shell_quote(QUORVA_BINARY) + " --home " + shell_quote(home) + " ";
+  ASSERT_EQ(run_command(shell_quote(QUORVA_BINARY) + " init " + shell_quote(home)).status, 0);
+  for (const std::string args :
+       {"user set ip=127.0.0.1 library=QV.SOURCE user=QVUSER password=PW name=Tester "
+        "company=Tests folder=" +
+            shell_quote(home + "/programs/"),
+        std::string("program set select=2 update=1"),
+        std::string("db2 select 2 --include CUSTOMER --table CUSTOMER --owner BANKDB"),
+        std::string("db2 update 1 --include CUSTOMER --table CUSTOMER --owner BANKDB"),
+        std::string("columns set select 2 query CUST_ID CITY BALANCE"),
+        std::string("columns set select 2 where CUST_ID"),
+        std::string("columns set update 1 query BALANCE CITY"),
+        std::string("columns set update 1 where CUST_ID")})
+    ASSERT_EQ(run_command(quorva + args).status, 0) << args;
+  for (const char* language : {"cobol", "easytrieve"}) {
+    ASSERT_EQ(run_command(quorva + "program set language=" + language).status, 0);
+    CommandResult r = run_command(quorva + "--yes generate --check");
+    EXPECT_EQ(r.status, 0) << language << "\n" << r.output;
+    const std::string program = read_text(fs::path(home) / "programs/CUSTMOV.txt");
+    const std::string once = std::string(language) == "cobol" ? "INCLUDE CUSTOMER" : "\nCITY ";
+    EXPECT_EQ(program.find(once), program.rfind(once)) << language << "\n" << program;
+  }
 }
 
 }  // namespace

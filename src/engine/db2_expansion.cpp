@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <utility>
 
 #include "engine/line_writer.h"
 #include "tagfile/log.h"
@@ -12,7 +13,8 @@
 // access, position 4 the selection (X QUERY, W WHERE) and position 5 the form: "A" one line
 // per column, "1" the same with the first list separator blanked on the first column, "N"
 // one line per nullable column in the null-indicator form. "<IND_VAL>" binds a nullable
-// column's indicator next to its host variable (the same name the "N" form declares).
+// column's indicator next to its host variable (the same name the "N" form declares);
+// "<EZT_VAL>" gives the Easytrieve length and type of the column's host field.
 
 namespace quorva {
 namespace {
@@ -64,7 +66,52 @@ std::string null_name(AccessKind kind, int k, Selection selection, const std::st
          (selection == Selection::kQuery ? "Q" : "W") + "-" + number;
 }
 
+// The numbers of a length text such as "(11,2)"; absent ones are 0.
+std::pair<int, int> length_numbers(const std::string& text) {
+  int numbers[2] = {0, 0};
+  int at = 0;
+  for (char c : text) {
+    if (std::isdigit(static_cast<unsigned char>(c)) && numbers[at] < 100000)
+      numbers[at] = numbers[at] * 10 + (c - '0');
+    else if (c == ',' && at == 0)
+      at = 1;
+  }
+  return {numbers[0], numbers[1]};
+}
+
 }  // namespace
+
+std::string easytrieve_field(const DclgenColumn& column) {
+  const auto [length, scale] = length_numbers(column.length_text);
+  auto field = [](int bytes, const char* type, int decimals = -1) {
+    std::string text = std::to_string(bytes);
+    text = std::string(text.size() < 3 ? 3 - text.size() : 0, ' ') + text + " " + type;
+    return decimals < 0 ? text : text + " " + std::to_string(decimals);
+  };
+  switch (column.type_code) {
+    case db2type::kDecimal:
+      return field((length > 0 ? length : 5) / 2 + 1, "P", scale);
+    case db2type::kInteger:
+      return field(4, "B", 0);
+    case db2type::kSmallint:
+      return field(2, "B", 0);
+    case db2type::kBigint:
+      return field(8, "B", 0);
+    case db2type::kDate:
+      return field(10, "A");
+    case db2type::kTime:
+      return field(8, "A");
+    case db2type::kTimestamp:
+      return field(length == 0 ? 26 : 20 + length, "A");
+    case db2type::kTimestampTz:
+      return field(32, "A");
+    case db2type::kGraphic:
+    case db2type::kVargraphic:
+      return field(2 * (length > 0 ? length : 1), "A");
+    default:
+      return field(length > 0 ? length : 10, "A");
+  }
+}
 
 bool is_db2_line(const std::string& line) {
   return line.size() >= 4 && line[1] == '2' && (line[3] == 'X' || line[3] == 'W');
@@ -106,6 +153,7 @@ void Db2Expansion::expand(const std::string& line, int k,
     replace(comment, "CAMPO-ALL", "host-variable");
     replace(comment, "<PIC_VAL>", "X(10)");
     replace(comment, "<IND_VAL>", "");
+    replace(comment, "<EZT_VAL>", " 10 A");
     if (kind) replace(comment, "WRK-NULL-ALL", null_name(*kind, k, selection, "00"));
     fit_comment(comment);
     emit(std::move(comment));
@@ -126,6 +174,8 @@ void Db2Expansion::expand(const std::string& line, int k,
     replace(out, "<DB2_VAL>", column.name.empty() ? db2_missing_ : column.name);
     replace(out, "<COBOL_VAL>", host);
     replace(out, "<PIC_VAL>", column.cobol_picture.empty() ? pic_missing_ : column.cobol_picture);
+    if (out.find("<EZT_VAL>") != std::string::npos)
+      replace(out, "<EZT_VAL>", easytrieve_field(column));
     auto indicator = [&] {
       return null_name(*kind, k, selection, two_digits(column.null_indicator));
     };

@@ -14,6 +14,10 @@ namespace quorva {
 /// in position 4.
 bool is_db2_line(const std::string& line);
 
+/// Length and type of the Easytrieve host field for a column, length right-aligned in three
+/// places: " 40 A", "  6 P 2", "  4 B 0". A length the type cannot give is taken as 10.
+std::string easytrieve_field(const DclgenColumn& column);
+
 /// Expands DB2 template lines into one line per selected column. The column files are read
 /// once, the first time an access is asked for.
 class Db2Expansion {

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "engine/db2_expansion.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -103,6 +104,30 @@ TEST(OutputPass, Db2LinesExpandPerSelectedColumn) {
             "      *                     MOVE ZEROES TO host-variable WRK-NULL-S2Q-00\n");
   EXPECT_NE(read_text("error.log").find("Flag 5 non riconosciuto :C2SXQ     unknown form"),
             std::string::npos);
+}
+
+TEST(OutputPass, EasytrieveHostFieldFollowsTheDb2Type) {
+  const struct {
+    int type;
+    const char* length;
+    const char* field;
+  } cases[] = {
+      {db2type::kDecimal, "(11,2)", "  6 P 2"},
+      {db2type::kDecimal, "(9)", "  5 P 0"},
+      {db2type::kInteger, "", "  4 B 0"},
+      {db2type::kSmallint, "", "  2 B 0"},
+      {db2type::kChar, "(40)", " 40 A"},
+      {db2type::kChar, "(254)", "254 A"},
+      {db2type::kDate, "", " 10 A"},
+      {db2type::kTimestamp, "(12)", " 32 A"},
+      {db2type::kTimestamp, "", " 26 A"},
+      {db2type::kVargraphic, "(20)", " 40 A"},
+      {db2type::kUnknown, "", " 10 A"},
+  };
+  for (const auto& c : cases) {
+    DclgenColumn column{.length_text = c.length, .type_code = c.type};
+    EXPECT_EQ(easytrieve_field(column), c.field) << c.type << c.length;
+  }
 }
 
 TEST(OutputPass, CustomCodeInAndOutOfBlocks) {

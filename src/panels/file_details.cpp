@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "panels/row_field.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
@@ -115,19 +116,7 @@ std::string FileDetails::heading() const {
 
 bool FileDetails::field_allowed(int row, const std::string& text, std::size_t limit,
                                 const char* label) const {
-  if (!row_enabled(row)) {
-    Mostra_popup(
-        bilingual("Row ", "La riga ") + std::to_string(row) +
-        bilingual(" is not available: the panel has ", " non e' disponibile: il pannello ha ") +
-        std::to_string(count_) + bilingual(" rows.", " righe."));
-    return false;
-  }
-  if (text.size() > limit) {
-    Mostra_popup(std::string(label) + bilingual(" can hold ", " puo' contenere al massimo ") +
-                 std::to_string(limit) + bilingual(" characters at most: ", " caratteri: ") + text);
-    return false;
-  }
-  return true;
+  return row_field_allowed(row_enabled(row), row, count_, text, limit, label);
 }
 
 bool FileDetails::set_name(int row, const std::string& text) {

@@ -1,0 +1,24 @@
+#include "panels/row_field.h"
+
+#include "tagfile/messages.h"
+
+namespace quorva {
+
+bool row_field_allowed(bool row_enabled, int row, int rows, const std::string& text,
+                       std::size_t limit, const char* label) {
+  if (!row_enabled) {
+    Mostra_popup(
+        bilingual("Row ", "La riga ") + std::to_string(row) +
+        bilingual(" is not available: the panel has ", " non e' disponibile: il pannello ha ") +
+        std::to_string(rows) + bilingual(" rows.", " righe."));
+    return false;
+  }
+  if (text.size() > limit) {
+    Mostra_popup(std::string(label) + bilingual(" can hold ", " puo' contenere al massimo ") +
+                 std::to_string(limit) + bilingual(" characters at most: ", " caratteri: ") + text);
+    return false;
+  }
+  return true;
+}
+
+}  // namespace quorva

@@ -11,6 +11,7 @@
 #include <cctype>
 #include <sstream>
 
+#include "dclgen/cobol_words.h"
 #include "dclgen/member_lines.h"
 #include "dclgen/picture_compression.h"
 #include "tagfile/messages.h"
@@ -295,6 +296,12 @@ void DclgenParser::match_picture(std::string name, const std::string& picture) {
       column.cobol_picture = picture;
       return;
     }
+  }
+  // STATUS1 is DCLGEN's field for a column STATUS, a word COBOL reserves.
+  if (name.size() > 1 && name.back() == '1') {
+    std::string word = name.substr(0, name.size() - 1);
+    replace_all(word, "_", "-");
+    if (is_cobol_reserved_word(word)) match_picture(name.substr(0, name.size() - 1), picture);
   }
 }
 

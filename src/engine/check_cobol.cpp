@@ -14,6 +14,8 @@
 #include <sstream>
 #include <system_error>
 
+#include "dclgen/member_lines.h"
+
 #ifndef _WIN32
 #include <sys/wait.h>
 #endif
@@ -82,10 +84,26 @@ std::string pad_to(std::string text, size_t width) {
   return text;
 }
 
+// Data descriptions only the DB2 precompiler or IBM COBOL knows (LOB, ROWID and XML host
+// variables, DBCS graphics) get a stand-in GnuCOBOL accepts: the check is about names and
+// syntax, not storage.
+void stand_in_for_db2_types(std::string& line) {
+  static const std::regex kSqlType(R"(\bUSAGE\s+(IS\s+)?SQL\s+TYPE\s+IS\s+[^.]*)",
+                                   std::regex::icase);
+  static const std::regex kGraphic(
+      R"(\bPIC(TURE)?\s+G\(([0-9]+)\)(\s+USAGE)?(\s+IS)?\s+DISPLAY-1\b)", std::regex::icase);
+  if (line.find("SQL") != std::string::npos || line.find("sql") != std::string::npos)
+    line = std::regex_replace(line, kSqlType, "PIC X(8)");
+  if (line.find("DISPLAY-1") != std::string::npos)
+    line = std::regex_replace(line, kGraphic, "PIC X($2)");
+}
+
 }  // namespace
 
 std::vector<std::string> stub_precompile(const std::vector<std::string>& lines) {
   std::vector<std::string> out = lines;
+  for (std::string& line : out)
+    if (!is_comment(line)) stand_in_for_db2_types(line);
   static const std::regex kExec(R"(\bEXEC\s+SQL\b)", std::regex::icase);
   static const std::regex kEnd(R"(\bEND-EXEC\b)", std::regex::icase);
   size_t i = 0;
@@ -241,10 +259,10 @@ std::map<std::string, fs::path> prepare_copybooks(const fs::path& dclgen_folder,
   for (const auto& entry : fs::directory_iterator(dclgen_folder, ec)) {
     const fs::path& file = entry.path();
     if (upper(file.extension().string()) != ".DCL" || !entry.is_regular_file(ec)) continue;
-    std::string text = read_file(file);
-    CheckedProgram member = split_program("", CheckLanguage::kCobol, text);
+    // Cards as the parser reads them: a member saved from an ISPF listing loses its numbers.
+    const std::vector<std::string> cards = member_cards(read_file(file));
     std::string copybook = upper(file.stem().string()) + ".cpy";
-    write_lines(copy_folder / copybook, stub_precompile(member.lines));
+    write_lines(copy_folder / copybook, stub_precompile(cards));
     members[copybook] = file;
   }
   return members;

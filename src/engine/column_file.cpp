@@ -6,6 +6,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "dclgen/cobol_words.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 
@@ -176,7 +177,8 @@ std::string HostNaming::host_variable(const DclgenColumn& column) const {
   std::string name = column.name;
   for (char& c : name)
     if (c == '_') c = '-';
-  return prefix + name;
+  name = prefix + name;
+  return is_cobol_reserved_word(name) ? name + "1" : name;
 }
 
 std::string format_host_naming(const HostNaming& naming) {

@@ -3,17 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <span>
 #include <string>
 
 #include "check/check_samples.h"
 #include "engine/check_cobol.h"
+#include "support/run_command.h"
 #include "support/temp_folder.h"
 
-namespace quorva {
+namespace quorva::test {
 namespace {
-
-using test::kCobolProgram;
-using test::kEasytrieveProgram;
 
 std::string replaced(std::string text, const std::string& from, const std::string& to) {
   size_t at = text.find(from);
@@ -22,118 +21,92 @@ std::string replaced(std::string text, const std::string& from, const std::strin
   return text;
 }
 
-CheckReport check_text(const std::string& name, CheckLanguage language, const std::string& text) {
-  CheckOptions options;
-  options.compile = false;
-  return check_program_text(name, language, text, options);
+CheckReport check_text(CheckLanguage language, const std::string& text) {
+  return check_program_text(language == CheckLanguage::kCobol ? "PGMORD" : "EZTORD", language, text,
+                            {.compile = false});
 }
 
-TEST(CheckProgramTest, CleanSamplesHaveNoFinding) {
-  EXPECT_EQ(format_findings(check_text("PGMORD", CheckLanguage::kCobol, kCobolProgram)), "");
-  EXPECT_EQ(format_findings(check_text("EZTORD", CheckLanguage::kEasytrieve, kEasytrieveProgram)),
-            "");
+TEST(CheckProgramTest, CleanSamplesHaveTheirLanguageAndNoFinding) {
+  for (const auto& [text, language] : {std::pair{kCobolProgram, CheckLanguage::kCobol},
+                                       {kEasytrieveProgram, CheckLanguage::kEasytrieve}}) {
+    EXPECT_EQ(detect_language(text), language);
+    EXPECT_EQ(format_findings(check_text(language, text)), "");
+  }
 }
 
+// A fault planted in a clean sample: the text replaced, its replacement, and the line and
+// words of the finding it must give.
 struct PlantedFault {
-  const char* what;
-  bool cobol;
-  const char* from;
-  const char* to;
+  const char *from, *to;
   int line;
   const char* message;
 };
 
-const PlantedFault kFaults[] = {
-    {"text past column 72", true, "DISPLAY 'SQLCODE ' SQLCODE",
-     "DISPLAY 'SQLCODE ' SQLCODE                                  X", 57,
-     "COBOL text past column 72 (column 75)"},
-    {"tab", true, "           MOVE 1 TO ORD-ID.", "\tMOVE 1 TO ORD-ID.", 48, "tab character"},
-    {"sequence area", true, "       PROCEDURE DIVISION.", "000100 PROCEDURE DIVISION.", 44,
-     "sequence area"},
-    {"unreplaced placeholder", true, "PROGRAM-ID. PGMORD.", "PROGRAM-ID. <++++++>.", 18,
-     "\"<++++++>\", written by the program name"},
-    {"user data", true, "ORDERS AND LOOKS", "<NOME-COGNOME> LOOKS", 19, "quorva user set name="},
-    {"column expansion", true, "MOVE 1 TO ORD-ID.", "MOVE 1 TO CAMPO-ALL.", 48,
+const PlantedFault kCobolFaults[] = {
+    {"DISPLAY 'SQLCODE ' SQLCODE", "DISPLAY 'SQLCODE ' SQLCODE                                  X",
+     51, "COBOL text past column 72 (column 75)"},
+    {"           MOVE 1 TO ORD-ID.", "\tMOVE 1 TO ORD-ID.", 43, "tab character"},
+    {"       PROCEDURE DIVISION.", "000100 PROCEDURE DIVISION.", 39, "sequence area"},
+    {"PROGRAM-ID. PGMORD.", "PROGRAM-ID. <++++++>.", 17,
+     "\"<++++++>\", written by the program name: quorva program set name=..."},
+    {"MOVE 1 TO ORD-ID.", "MOVE 1 TO CAMPO-ALL.", 43,
      "\"CAMPO-ALL\", written by the DB2 column expansion"},
-    {"unknown column", true, "MOVE 1 TO ORD-ID.", "MOVE 1 TO *PIC_not_found*.", 48,
-     "not in the DCLGEN member"},
-    {"stray hash", true, "MOVE 1 TO ORD-ID.", "MOVE # TO ORD-ID.", 48, "\"#\""},
-    {"missing DD", true, "//ORDIN    DD DSN", "//ORDINX   DD DSN", 3,
-     "no DD statement for the program's file ORDIN"},
-    {"missing SYSIN", true, "//SYSIN    DD *", "//SYSINX   DD *", 3, "no SYSIN DD"},
-    {"indented data cards", true, " RUN PROGRAM(PGMORD) PLAN(PLANORD) LIB('USER.LOADLIB')",
+    {"MOVE 1 TO ORD-ID.", "MOVE 1 TO *PIC_not_found*.", 43, "not in the DCLGEN member"},
+    {"MOVE 1 TO ORD-ID.", "MOVE # TO ORD-ID.", 43, "\"#\""},
+    {"//ORDIN    DD DSN", "//ORDINX   DD DSN", 3, "no DD statement for the program's file ORDIN"},
+    {"//SYSIN    DD *", "//SYSINX   DD *", 3, "no SYSIN DD"},
+    {" RUN PROGRAM(PGMORD) PLAN(PLANORD) LIB('USER.LOADLIB')",
      "       RUN PROGRAM(PGMORD) -\n       LIB('USER.LOADLIB')", 3, "names no PLAN"},
-    {"missing PLAN", true, " PLAN(PLANORD)", "", 3, "names no PLAN"},
-    {"bad continuation column", true, "//            SPACE=(TRK", "//                  SPACE=(TRK",
-     7, "begin between columns 4 and 16"},
-    {"continuation without comma", true, "DISP=(NEW,CATLG,DELETE),", "DISP=(NEW,CATLG,DELETE)", 7,
-     "continues nothing"},
-    {"comma without continuation", true, "CLASS=A,MSGCLASS=X,\n//             NOTIFY=&SYSUID",
+    {" PLAN(PLANORD)", "", 3, "names no PLAN"},
+    {"//            SPACE=(TRK", "//                  SPACE=(TRK", 7,
+     "begin between columns 4 and 16"},
+    {"DISP=(NEW,CATLG,DELETE),", "DISP=(NEW,CATLG,DELETE)", 7, "continues nothing"},
+    {"CLASS=A,MSGCLASS=X,\n//             NOTIFY=&SYSUID",
      "CLASS=A,MSGCLASS=X,\n//*            NOTIFY=&SYSUID\n/*", 1, "no \"//\" continuation"},
-    {"new data set without SPACE", true, "SPACE=(TRK,(10,5),RLSE),", "", 6, "needs SPACE="},
-    {"new data set without LRECL", true, ",DCB=(RECFM=FB,LRECL=80)", ",DCB=(RECFM=FB)", 6,
-     "record length"},
-    {"default NEW without SPACE", true,
-     "DISP=(NEW,CATLG,DELETE),\n//            SPACE=(TRK,(10,5),RLSE),",
+    {"SPACE=(TRK,(10,5),RLSE),", "", 6, "needs SPACE="},
+    {",DCB=(RECFM=FB,LRECL=80)", ",DCB=(RECFM=FB)", 6, "record length"},
+    {"DISP=(NEW,CATLG,DELETE),\n//            SPACE=(TRK,(10,5),RLSE),",
      "DISP=(,CATLG,DELETE),\n//           ", 6, "needs SPACE="},
-    {"bad DISP", true, "DISP=SHR\n//ORDOUT", "DISP=OLDX\n//ORDOUT", 5, "invalid DISP=OLDX"},
-    {"bad JCL name", true, "//STEPLIB  DD", "//1STEPLIB DD", 4, "invalid JCL name"},
-    {"no JOB", true,
-     "//PGMORDJ  JOB (ACCT),'ORDERS',CLASS=A,MSGCLASS=X,\n//             NOTIFY=&SYSUID\n", "", 1,
+    {"DISP=SHR\n//ORDOUT", "DISP=OLDX\n//ORDOUT", 5, "invalid DISP=OLDX"},
+    {"//STEPLIB  DD", "//1STEPLIB DD", 4, "invalid JCL name"},
+    {"//PGMORDJ  JOB (ACCT),'ORDERS',CLASS=A,MSGCLASS=X,\n//             NOTIFY=&SYSUID\n", "", 1,
      "does not begin with a JOB"},
-    {"unbalanced END-IF", false, "  END-IF\n", "", 19, "IF is not closed by END-IF"},
-    {"END-IF without IF", false, "  IF IN-ID > 0\n", "  DO WHILE IN-ID > 0\n", 25,
-     "END-IF where END-DO is expected"},
-    {"undefined file", false, "PUT ORDOUT", "PUT ORDOUX", 21, "file ORDOUX has no FILE statement"},
-    {"FILE after JOB", false, "  PRINT ORDREP\n", "FILE LATE\n", 26, "FILE statement after"},
-    {"logic after REPORT", false, "  LINE 1 IN-ID IN-NAME\n",
-     "  LINE 1 IN-ID IN-NAME\n  WS-COUNT = 0\n", 31, "activity logic after a REPORT"},
-    {"PARM not first", false, "PARM LINK(EZTORD R)\n* ORDERS REPORT\n",
-     "* ORDERS REPORT\nFILE EXTRA\nPARM LINK(EZTORD R)\n", 12, "PARM must be the first"},
-    {"field after JOB", false, "  PRINT ORDREP\n", "LATE-FIELD W 5 N\n", 26,
-     "field definition after the first activity"},
-    {"unknown report", false, "  PRINT ORDREP\n", "  PRINT ORDREPX\n", 26,
-     "report ORDREPX has no REPORT statement"},
-    {"Easytrieve past column 72", false, "     DISPLAY 'ZERO ID ' +",
-     "     DISPLAY 'ZERO ID '                                                     +", 23,
+};
+
+const PlantedFault kEasytrieveFaults[] = {
+    {"  END-IF\n", "", 17, "IF is not closed by END-IF"},
+    {"  IF IN-ID > 0\n", "  DO WHILE IN-ID > 0\n", 23, "END-IF where END-DO is expected"},
+    {"PUT ORDOUT", "PUT ORDOUX", 19, "file ORDOUX has no FILE statement"},
+    {"  PRINT ORDREP\n", "FILE LATE\n", 24, "FILE statement after"},
+    {"  LINE 1 IN-ID IN-NAME\n", "  LINE 1 IN-ID IN-NAME\n  WS-COUNT = 0\n", 27,
+     "activity logic after a REPORT"},
+    {"PARM LINK(EZTORD R)\n* ORDERS REPORT\n", "* ORDERS REPORT\nFILE EXTRA\nPARM LINK(EZTORD R)\n",
+     10, "PARM must be the first"},
+    {"  PRINT ORDREP\n", "LATE-FIELD W 5 N\n", 24, "field definition after the first activity"},
+    {"  PRINT ORDREP\n", "  PRINT ORDREPX\n", 24, "report ORDREPX has no REPORT statement"},
+    {"     DISPLAY 'ZERO ID ' +",
+     "     DISPLAY 'ZERO ID '                                                     +", 21,
      "Easytrieve text past column 72"},
-    {"missing DD of a symbolic program", false,
-     "EXEC PGM=EZTPA00\n//STEPLIB  DD DSN=EZT.LOADLIB,DISP=SHR\n//ORDIN ",
+    {"EXEC PGM=EZTPA00\n//STEPLIB  DD DSN=EZT.LOADLIB,DISP=SHR\n//ORDIN ",
      "EXEC PGM=&RUNPGM\n// SET RUNPGM=EZTPA00\n//ORDINX", 2,
      "no DD statement for the program's file ORDIN"},
-    {"Easytrieve missing DD", false, "//ORDOUT   DD DSN=&&ORDOUT", "//ORDOUX   DD DSN=&&ORDOUT", 2,
-     "no DD statement for the program's file ORDOUT"},
 };
 
 TEST(CheckProgramTest, EachPlantedFaultIsReportedOnItsLine) {
-  for (const PlantedFault& fault : kFaults) {
-    SCOPED_TRACE(fault.what);
-    std::string text =
-        replaced(fault.cobol ? kCobolProgram : kEasytrieveProgram, fault.from, fault.to);
-    CheckReport report =
-        check_text(fault.cobol ? "PGMORD" : "EZTORD",
-                   fault.cobol ? CheckLanguage::kCobol : CheckLanguage::kEasytrieve, text);
-    ASSERT_FALSE(report.findings.empty());
-    bool found = false;
-    for (const CheckFinding& finding : report.findings)
-      if (finding.line == fault.line && finding.message.find(fault.message) != std::string::npos)
-        found = true;
-    EXPECT_TRUE(found) << format_findings(report);
+  using Faults = std::span<const PlantedFault>;
+  for (const auto& [language, sample, faults] :
+       {std::tuple{CheckLanguage::kCobol, kCobolProgram, Faults(kCobolFaults)},
+        {CheckLanguage::kEasytrieve, kEasytrieveProgram, Faults(kEasytrieveFaults)}}) {
+    for (const PlantedFault& fault : faults) {
+      SCOPED_TRACE(std::string(fault.message) + " <- " + fault.to);
+      CheckReport report = check_text(language, replaced(sample, fault.from, fault.to));
+      bool found = false;
+      for (const CheckFinding& finding : report.findings)
+        found |=
+            finding.line == fault.line && finding.message.find(fault.message) != std::string::npos;
+      EXPECT_TRUE(found) << format_findings(report);
+    }
   }
-}
-
-TEST(CheckProgramTest, FindingsNameFileLineAndShowTheLine) {
-  CheckReport report =
-      check_text("PGMORD", CheckLanguage::kCobol, replaced(kCobolProgram, "PGMORD.", "<++++++>."));
-  report.file = "/src/PGMORD.txt";
-  EXPECT_EQ(format_findings(report),
-            "/src/PGMORD.txt:18: unreplaced placeholder \"<++++++>\", written by the program name: "
-            "quorva program set name=...\n           PROGRAM-ID. <++++++>.\n");
-}
-
-TEST(CheckProgramTest, LanguageIsDetectedFromTheDivisions) {
-  EXPECT_EQ(detect_language(kCobolProgram), CheckLanguage::kCobol);
-  EXPECT_EQ(detect_language(kEasytrieveProgram), CheckLanguage::kEasytrieve);
 }
 
 // The compiler cases: the program and its DCLGEN member in a folder, the shipped SQLCA.
@@ -141,18 +114,17 @@ class CheckCobolTest : public ::testing::Test {
  protected:
   void SetUp() override {
     if (!cobol_compiler_available()) GTEST_SKIP() << "cobc is not installed";
-    test::write_text(folder_.path() / "src" / "ORDERS.DCL", test::kOrdersMember);
-    std::filesystem::copy_file(
-        std::filesystem::path(QUORVA_SOURCE_DIR) / "skeleton" / "Resource" / "SQLCA.cpy",
-        folder_.path() / "Resource" / "SQLCA.cpy");
+    write_text("src/ORDERS.DCL", kOrdersMember);
+    write_text("Resource/SQLCA.cpy",
+               read_text(std::filesystem::path(QUORVA_SOURCE_DIR) / "skeleton/Resource/SQLCA.cpy"));
   }
   CheckReport check(const std::string& text) {
-    test::write_text(folder_.path() / "src" / "PGMORD.txt", text);
+    write_text("src/PGMORD.txt", text);
     CheckOptions options;
     options.folders.resource_folder = "Resource";
     return check_program_file("src/PGMORD.txt", CheckLanguage::kCobol, options);
   }
-  test::TempWorkingFolder folder_;
+  TempWorkingFolder folder_;
 };
 
 TEST_F(CheckCobolTest, CleanProgramCompiles) {
@@ -168,31 +140,74 @@ TEST_F(CheckCobolTest, UndefinedHostVariablesAreReportedOnTheirLines) {
   text = replaced(text, "INTO :ORD-ID END-EXEC", "INTO :ORD-ID INDICATOR :WS-NID END-EXEC");
   CheckReport report = check(text);
   ASSERT_EQ(report.findings.size(), 3u) << format_findings(report);
-  EXPECT_EQ(report.findings[0].line, 51);
-  EXPECT_NE(report.findings[0].message.find("'WS-NULL-NOT' is not defined"), std::string::npos);
-  EXPECT_EQ(report.findings[1].line, 53);
-  EXPECT_NE(report.findings[1].message.find("ORD-IDX"), std::string::npos);
-  EXPECT_EQ(report.findings[2].line, 60);
-  EXPECT_NE(report.findings[2].message.find("'WS-NID' is not defined"), std::string::npos);
+  const std::pair<int, const char*> expected[] = {
+      {46, "'WS-NULL-NOT' is not defined"}, {48, "ORD-IDX"}, {54, "'WS-NID' is not defined"}};
+  for (size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(report.findings[i].line, expected[i].first);
+    EXPECT_NE(report.findings[i].message.find(expected[i].second), std::string::npos);
+  }
 }
 
-TEST_F(CheckCobolTest, MissingMemberIsReported) {
-  CheckReport report = check(replaced(kCobolProgram, "INCLUDE ORDERS", "INCLUDE ORDERX"));
-  ASSERT_FALSE(report.findings.empty());
-  EXPECT_EQ(report.findings[0].line, 39);
-  EXPECT_NE(report.findings[0].message.find("ORDERX"), std::string::npos);
+TEST_F(CheckCobolTest, MissingOrFaultyMemberIsReported) {
+  CheckReport missing = check(replaced(kCobolProgram, "INCLUDE ORDERS", "INCLUDE ORDERX"));
+  ASSERT_FALSE(missing.findings.empty());
+  EXPECT_EQ(missing.findings[0].line, 34);
+  EXPECT_NE(missing.findings[0].message.find("ORDERX"), std::string::npos);
+  // A fault in the member is shown on the member's line.
+  write_text("src/ORDERS.DCL", replaced(kOrdersMember, "PIC X(30)", "PIC Q(30)"));
+  CheckReport faulty = check(kCobolProgram);
+  ASSERT_FALSE(faulty.findings.empty());
+  EXPECT_EQ(faulty.findings[0].file, "src/ORDERS.DCL");
+  EXPECT_EQ(faulty.findings[0].line, 9);
+  EXPECT_EQ(faulty.findings[0].text, "           10 CUSTOMER             PIC Q(30).");
 }
 
-TEST_F(CheckCobolTest, FaultInAMemberIsShownOnTheMemberLine) {
-  std::string member = test::kOrdersMember;
-  member.replace(member.find("PIC X(30)"), 9, "PIC Q(30)");
-  test::write_text(folder_.path() / "src" / "ORDERS.DCL", member);
-  CheckReport report = check(kCobolProgram);
-  ASSERT_FALSE(report.findings.empty());
-  EXPECT_EQ(report.findings[0].file, "src/ORDERS.DCL");
-  EXPECT_EQ(report.findings[0].line, 12);
-  EXPECT_EQ(report.findings[0].text, "           10 CUSTOMER             PIC Q(30).");
+// The stub keeps one line per line, so the compiler's line numbers stay the program's.
+TEST(StubPrecompileTest, SqlBlocksBecomeCobolLineForLine) {
+  struct Case {
+    std::vector<std::string> in, out;
+  } cases[] = {
+      {{"           EXEC SQL INCLUDE SQLCA END-EXEC."}, {"           COPY SQLCA."}},
+      {{"           EXEC SQL DECLARE C1 CURSOR FOR", "                SELECT A FROM T",
+        "           END-EXEC."},
+       {"      *    EXEC SQL DECLARE C1 CURSOR FOR", "      *         SELECT A FROM T",
+        "      *    END-EXEC."}},
+      {{"           EXEC SQL SELECT A INTO :WS-A:WS-IND",
+        "                FROM T WHERE K = :DCLT.K-1 AND C = 'X:Y'", "           END-EXEC"},
+       {"           CALL 'SQLSTUB' USING WS-A WS-IND", "           K-1 OF DCLT", "           "}},
+      // Indicators are named like any host variable, with or without INDICATOR.
+      {{"           EXEC SQL FETCH C1", "                INTO :A       :IA, :B INDICATOR :IB",
+        "           END-EXEC."},
+       {"           CALL 'SQLSTUB'", "           USING A IA B IB", "           ."}},
+      {{"           EXEC SQL COMMIT END-EXEC", "           MOVE :A TO B."},
+       {"           CALL 'SQLSTUB'", "           MOVE :A TO B."}},
+      {{"      *    EXEC SQL COMMIT END-EXEC"}, {"      *    EXEC SQL COMMIT END-EXEC"}},
+      {{"           EXEC SQL COMMIT", "           MOVE A TO B."},
+       {"           EXEC SQL COMMIT", "           MOVE A TO B."}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.in[0]);
+    EXPECT_EQ(stub_precompile(c.in), c.out);
+  }
+}
+
+// `quorva check` on the current program of a working folder, a named one and a missing one.
+TEST(CheckCommandTest, CurrentNamedAndMissingPrograms) {
+  QuorvaHome home;
+  const std::string program = (home.path / "programs/EZTORD.txt").string();
+  write_text(home.path / "temp/Parbase.dat", "nomeprogr=EZTORD\nlinguaggio=easytrieve\n");
+  write_text(program, kEasytrieveProgram);
+  write_text("elsewhere/EZTORD.txt", kEasytrieveProgram);
+  // A relative file name is the shell's, not the working folder's.
+  expect_steps(&home, {{"check", 0, "no finding"},
+                       {"check EZTORD", 0, ""},
+                       {"check elsewhere/EZTORD.txt", 0, ""},
+                       {"check NOSUCH", 1, "cannot be read"}});
+  std::string faulty = kEasytrieveProgram;
+  write_text(program, faulty.erase(faulty.find("  END-IF\n"), 9));
+  expect_steps(&home,
+               {{"check", 1, program + ":17: IF is not closed by END-IF\n      IF IN-ID > 0\n"}});
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

@@ -16,7 +16,6 @@ inline constexpr const char* kCobolProgram =
 //SYSIN    DD *
 20261121
 /*
-//SYSTSPRT DD SYSOUT=*
 //SYSTSIN  DD *
  DSN SYSTEM(DB2P)
  RUN PROGRAM(PGMORD) PLAN(PLANORD) LIB('USER.LOADLIB')
@@ -28,10 +27,8 @@ inline constexpr const char* kCobolProgram =
        ENVIRONMENT DIVISION.
        INPUT-OUTPUT SECTION.
        FILE-CONTROL.
-           SELECT ORDIN ASSIGN TO ORDIN
-                  FILE STATUS IS WS-FS-IN.
-           SELECT ORDOUT ASSIGN TO UT-S-ORDOUT
-                  FILE STATUS IS WS-FS-OUT.
+           SELECT ORDIN ASSIGN TO ORDIN.
+           SELECT ORDOUT ASSIGN TO UT-S-ORDOUT.
        DATA DIVISION.
        FILE SECTION.
        FD  ORDIN RECORDING MODE F.
@@ -39,8 +36,6 @@ inline constexpr const char* kCobolProgram =
        FD  ORDOUT RECORDING MODE F.
        01  REC-OUT                 PIC X(80).
        WORKING-STORAGE SECTION.
-       01  WS-FS-IN                PIC XX.
-       01  WS-FS-OUT               PIC XX.
        01  WS-DATE                 PIC X(8).
        01  WS-NULL-NOTE            PIC S9(4) COMP.
            EXEC SQL INCLUDE SQLCA END-EXEC.
@@ -59,7 +54,6 @@ inline constexpr const char* kCobolProgram =
                   INTO :CUSTOMER, :NOTE:WS-NULL-NOTE
                   FROM PROD.ORDERS
                  WHERE ORD_ID = :DCLORDERS.ORD-ID
-                   AND ORD_DATE <= CURRENT DATE
            END-EXEC.
            IF SQLCODE NOT = 0
               DISPLAY 'SQLCODE ' SQLCODE
@@ -79,8 +73,6 @@ inline constexpr const char* kEasytrieveProgram =
 //ORDIN    DD DSN=USER.ORDERS.IN,DISP=SHR
 //ORDOUT   DD DSN=&&ORDOUT,DISP=(NEW,PASS),UNIT=SYSDA,
 //            SPACE=(CYL,(1,1)),RECFM=FB,LRECL=80
-//SYSPRINT DD SYSOUT=*
-//EZTVFM   DD UNIT=SYSDA,SPACE=(CYL,(5,5))
 //SYSIN    DD *
 PARM LINK(EZTORD R)
 * ORDERS REPORT
@@ -100,21 +92,16 @@ JOB INPUT ORDIN NAME ORDJOB
   END-IF
   PRINT ORDREP
 REPORT ORDREP LINESIZE 80
-  SEQUENCE IN-ID
-  TITLE 1 'ORDERS'
   LINE 1 IN-ID IN-NAME
 /*
 )PGM";
 
 inline constexpr const char* kOrdersMember =
-    R"PGM(      ******************************************************************
-      * DCLGEN TABLE(PROD.ORDERS)                                      *
-      ******************************************************************
+    R"PGM(      * DCLGEN TABLE(PROD.ORDERS)
            EXEC SQL DECLARE PROD.ORDERS TABLE
            ( ORD_ID                         DECIMAL(9, 0) NOT NULL,
              CUSTOMER                       CHAR(30) NOT NULL,
-             NOTE                           VARCHAR(40),
-             ORD_DATE                       DATE NOT NULL
+             NOTE                           VARCHAR(40)
            ) END-EXEC.
        01  DCLORDERS.
            10 ORD-ID               PIC S9(9)V USAGE COMP-3.
@@ -122,7 +109,6 @@ inline constexpr const char* kOrdersMember =
            10 NOTE.
               49 NOTE-LEN          PIC S9(4) USAGE COMP.
               49 NOTE-TEXT         PIC X(40).
-           10 ORD-DATE             PIC X(10).
 )PGM";
 
 }  // namespace quorva::test

@@ -22,21 +22,15 @@ class PostgresCluster {
   /// Runs SQL through psql on the socket, stopping at the first error; returns the errors
   /// ("" when every statement succeeded).
   std::string run_sql(const std::string& sql);
-  /// Runs SQL and returns psql's unaligned output (errors included).
-  std::string query(const std::string& sql);
 
  private:
-  std::string as_owner(const std::string& command) const;
-  bool psql(const std::string& sql, std::string& output);
+  std::string tool(const std::string& name, const std::string& arguments) const;
 
   std::filesystem::path folder_;
   std::filesystem::path bin_;
-  std::string psql_;
   bool as_postgres_ = false;
   bool running_ = false;
   std::string why_not_;
-  int script_count_ = 0;
-  std::filesystem::path bin_pg_ctl_;
 };
 
 }  // namespace quorva::test

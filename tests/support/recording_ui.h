@@ -1,9 +1,12 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <deque>
 #include <string>
 #include <vector>
 
+#include "support/temp_folder.h"
 #include "tagfile/user_interface.h"
 
 namespace quorva::test {
@@ -19,19 +22,25 @@ class RecordingUi : public UserInterface {
 
   void show_message(const std::string& text) override { messages.push_back(text); }
   bool ask_yes_no(const std::string& title, const std::string& text) override;
-  void open_file(const std::string& path) override { opened.push_back(path); }
+  void open_file(const std::string&) override {}
   void set_progress(const std::string& bar, int position, int range) override;
   void set_status(const std::string& text) override { statuses.push_back(text); }
 
   std::vector<std::string> messages;
   std::vector<std::string> questions;  ///< title + "|" + text
-  std::vector<std::string> opened;
   std::vector<std::string> statuses;
   std::vector<std::string> progress;  ///< bar + ":" + position + "/" + range
 
  private:
   std::deque<bool> answers_;
   ScopedUserInterface scope_;
+};
+
+/// The usual start of a test: a temporary working folder and a recording user interface.
+class FolderTest : public ::testing::Test {
+ protected:
+  TempWorkingFolder folder_;
+  RecordingUi ui_;
 };
 
 }  // namespace quorva::test

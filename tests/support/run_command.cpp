@@ -1,5 +1,6 @@
 #include "support/run_command.h"
 
+#include <gtest/gtest.h>
 #include <sys/wait.h>
 
 #include <cstdio>
@@ -20,13 +21,31 @@ CommandResult run_command(const std::string& command_line) {
 
 std::string shell_quote(const std::string& text) {
   std::string quoted = "'";
-  for (char c : text) {
-    if (c == '\'')
-      quoted += "'\\''";
-    else
-      quoted += c;
-  }
+  for (char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
   return quoted + "'";
+}
+
+CommandResult quorva(const std::string& arguments) {
+  return run_command(shell_quote(QUORVA_BINARY) + " " + arguments);
+}
+
+QuorvaHome::QuorvaHome() : path(scratch.path() / "wf") {
+  EXPECT_EQ(quorva("init " + shell_quote(path.string())).status, 0);
+}
+
+CommandResult QuorvaHome::run(const std::string& arguments) const {
+  return quorva("--home " + shell_quote(path.string()) + " " + arguments);
+}
+
+std::string expect_steps(const QuorvaHome* home, const std::vector<CommandStep>& steps) {
+  std::string outputs;
+  for (const CommandStep& step : steps) {
+    CommandResult r = home ? home->run(step.args) : quorva(step.args);
+    EXPECT_EQ(r.status, step.status) << step.args << "\n" << r.output;
+    EXPECT_NE(r.output.find(step.says), std::string::npos) << step.args << "\n" << r.output;
+    outputs += r.output;
+  }
+  return outputs;
 }
 
 }  // namespace quorva::test

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
+#include <vector>
+
+#include "support/temp_folder.h"
 
 namespace quorva::test {
 
@@ -14,5 +18,29 @@ CommandResult run_command(const std::string& command_line);
 
 /// Quotes `text` for the shell.
 std::string shell_quote(const std::string& text);
+
+/// Runs the quorva binary with `arguments` (shell words).
+CommandResult quorva(const std::string& arguments);
+
+/// A working folder made by `quorva init` inside a temporary folder.
+class QuorvaHome {
+ public:
+  QuorvaHome();
+  /// quorva with this folder as --home.
+  CommandResult run(const std::string& arguments) const;
+
+  TempWorkingFolder scratch;
+  std::filesystem::path path;
+};
+
+/// One command of a session: its arguments, exit status and a text its output holds.
+struct CommandStep {
+  std::string args;
+  int status;
+  std::string says;
+};
+
+/// Runs and checks each step, with `home` as --home unless null; returns every output.
+std::string expect_steps(const QuorvaHome* home, const std::vector<CommandStep>& steps);
 
 }  // namespace quorva::test

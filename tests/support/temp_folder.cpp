@@ -1,19 +1,16 @@
 #include "support/temp_folder.h"
 
+#include <cerrno>
+#include <cstdlib>
 #include <fstream>
-#include <random>
 #include <sstream>
 
 namespace fs = std::filesystem;
 
 namespace quorva::test {
 
-TempWorkingFolder::TempWorkingFolder(const std::string& language) : previous_(fs::current_path()) {
-  std::random_device device;
-  for (;;) {
-    path_ = fs::temp_directory_path() / ("quorva-test-" + std::to_string(device()));
-    if (fs::create_directory(path_)) break;
-  }
+TempWorkingFolder::TempWorkingFolder(const std::string& language)
+    : previous_(fs::current_path()), path_(make_temp_folder("quorva-test-")) {
   fs::create_directories(path_ / "Resource");
   fs::create_directories(path_ / "temp" / "default");
   if (!language.empty())
@@ -40,13 +37,11 @@ void write_text(const fs::path& file, const std::string& text) {
   out << text;
 }
 
-fs::path shared_folder() {
-#ifdef QUORVA_SHARED_DIR
-  fs::path shared(QUORVA_SHARED_DIR);
-  std::error_code ec;
-  if (fs::is_directory(shared, ec)) return shared;
-#endif
-  return {};
+fs::path make_temp_folder(const std::string& prefix) {
+  std::string name = (fs::temp_directory_path() / (prefix + "XXXXXX")).string();
+  if (!::mkdtemp(name.data()))
+    throw fs::filesystem_error("mkdtemp", name, std::error_code(errno, std::generic_category()));
+  return name;
 }
 
 }  // namespace quorva::test

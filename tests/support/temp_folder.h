@@ -27,7 +27,7 @@ std::string read_text(const std::filesystem::path& file);
 /// Writes `text` as the whole file, creating folders as needed.
 void write_text(const std::filesystem::path& file, const std::string& text);
 
-/// The sibling "shared" folder of the repository, or empty when it is absent.
-std::filesystem::path shared_folder();
+/// A new empty folder under the temporary folder, its name beginning with `prefix`.
+std::filesystem::path make_temp_folder(const std::string& prefix);
 
 }  // namespace quorva::test

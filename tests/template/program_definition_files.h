@@ -4,6 +4,7 @@
 // working folder, the way the panels would, so the shipped template can be generated
 // and checked for many definitions.
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <random>
@@ -25,22 +26,6 @@ struct MatrixDefinition {
   int filein = 0, fileout = 0, excel = 0, report = 0, params = 0;
   std::array<int, 5> accesses{};  // S F U I D
   bool columns = false;           // column selections for every access
-
-  std::string describe() const {
-    std::string text = cobol ? "cobol" : "easytrieve";
-    text += kind == 0 ? " batch" : kind == 1 ? " routine" : " match";
-    const std::pair<const char*, bool> flags[] = {
-        {"constants", constants}, {"thru", thru},         {"buffering", buffering},
-        {"stream", stream},       {"comments", comments}, {"jcl", jcl},
-        {"rollback", rollback},   {"commit", commit},     {"columns", columns}};
-    for (const auto& [name, on] : flags)
-      if (on) text += std::string(" ") + name;
-    text += " in=" + std::to_string(filein) + " out=" + std::to_string(fileout) +
-            " excel=" + std::to_string(excel) + " rep=" + std::to_string(report) +
-            " parm=" + std::to_string(params) + " sfuid=";
-    for (int n : accesses) text += std::to_string(n);
-    return text;
-  }
 };
 
 inline constexpr char kAccessLetters[] = "SFUID";
@@ -57,58 +42,41 @@ inline std::string access_table(int kind, int k) {
 /// A DCLGEN member for one access: its own table and host variables prefixed by kind
 /// letter and number, so that every access of a program can include its own member.
 inline std::string access_member(int kind, int k) {
-  const std::string table = access_table(kind, k);
-  const std::string p = std::string(1, kAccessLetters[kind]) + std::to_string(k) + "-";
-  return "      * DCLGEN TABLE(QVOWN." + table +
-         ")\n"
-         "           EXEC SQL DECLARE QVOWN." +
-         table +
-         " TABLE\n"
-         "           ( ITEM_ID                        CHAR(10) NOT NULL,\n"
-         "             ITEM_DESC                      VARCHAR(30),\n"
-         "             AMOUNT                         DECIMAL(9, 2),\n"
-         "             QTY                            INTEGER NOT NULL\n"
-         "           ) END-EXEC.\n"
-         "       01  DCL" +
-         table +
-         ".\n"
-         "           10 " +
-         p +
-         "ITEM-ID           PIC X(10).\n"
-         "           10 " +
-         p +
-         "ITEM-DESC.\n"
-         "              49 " +
-         p +
-         "ITEM-DESC-LEN  PIC S9(4) USAGE COMP.\n"
-         "              49 " +
-         p +
-         "ITEM-DESC-TEXT PIC X(30).\n"
-         "           10 " +
-         p +
-         "AMOUNT            PIC S9(7)V9(2) USAGE COMP-3.\n"
-         "           10 " +
-         p + "QTY               PIC S9(9) USAGE COMP.\n";
+  std::string text = R"(      * DCLGEN TABLE(QVOWN.@)
+           EXEC SQL DECLARE QVOWN.@ TABLE
+           ( ITEM_ID                        CHAR(10) NOT NULL,
+             ITEM_DESC                      VARCHAR(30),
+             AMOUNT                         DECIMAL(9, 2),
+             QTY                            INTEGER NOT NULL
+           ) END-EXEC.
+       01  DCL@.
+           10 $ITEM-ID           PIC X(10).
+           10 $ITEM-DESC.
+              49 $ITEM-DESC-LEN  PIC S9(4) USAGE COMP.
+              49 $ITEM-DESC-TEXT PIC X(30).
+           10 $AMOUNT            PIC S9(7)V9(2) USAGE COMP-3.
+           10 $QTY               PIC S9(9) USAGE COMP.
+)";
+  const std::string prefix = kAccessLetters[kind] + std::to_string(k) + "-";
+  for (size_t at; (at = text.find_first_of("@$")) != std::string::npos;)
+    text.replace(at, 1, text[at] == '@' ? access_table(kind, k) : prefix);
+  return text;
 }
 
 /// Column-file blocks of one access: QUERY columns (not for DELETE) and the key as WHERE
 /// column (not for INSERT), named with the member's prefix.
 inline std::string access_column_blocks(int kind, int k) {
   const std::string master = kAccessWords[kind] + std::to_string(k);
-  const std::string head = "<" + access_table(kind, k) + ">\n<" +
-                           std::string(1, kAccessLetters[kind]) + std::to_string(k) + "-|NAME>\n";
-  std::string text;
-  if (kind != 4)
-    text += "[" + master + "-QUERY]\n" + head +
-            "ITEM_DESC  11  (30)  X(30).  0  1  1\n"
-            "AMOUNT  0  (9,2)  S9(7)V9(2)_COMP-3.  0  2  2\n"
-            "QTY  1  NULL  S9(9)_COMP.  1  3  0\n"
-            "[/" +
-            master + "-QUERY]\n";
-  if (kind != 3)
-    text += "[" + master + "-WHERE]\n" + head + "ITEM_ID  10  (10)  X(10).  1  0  0\n[/" + master +
-            "-WHERE]\n";
-  return text;
+  auto block = [&](const std::string& part, const char* columns) {
+    return "[" + master + part + "]\n<" + access_table(kind, k) + ">\n<" + kAccessLetters[kind] +
+           std::to_string(k) + "-|NAME>\n" + columns + "[/" + master + part + "]\n";
+  };
+  return (kind == 4 ? ""
+                    : block("-QUERY",
+                            "ITEM_DESC  11  (30)  X(30).  0  1  1\n"
+                            "AMOUNT  0  (9,2)  S9(7)V9(2)_COMP-3.  0  2  2\n"
+                            "QTY  1  NULL  S9(9)_COMP.  1  3  0\n")) +
+         (kind == 3 ? "" : block("-WHERE", "ITEM_ID  10  (10)  X(10).  1  0  0\n"));
 }
 
 /// Writes the shipped template, the SQLCA copybook, user data and every DCLGEN member into
@@ -121,34 +89,30 @@ inline void prepare_working_folder(const std::filesystem::path& folder) {
   write_text(
       folder / "Resource/User.dat",
       "ipaddress=10.1.1.1\ntsolibrary=QVUSR.SOURCE\nsourcedirectory=" + programs.generic_string() +
-          "/\npswtso=SECRET\ntsouser=QVUSR\nnomecognome=MARIO ROSSI\n"
-          "societa=ACME BANK\n");
+          "/\npswtso=SECRET\ntsouser=QVUSR\nnomecognome=MARIO ROSSI\nsocieta=ACME BANK\n");
   for (int kind = 0; kind < 5; ++kind)
     for (int k = 1; k <= 9; ++k)
       write_text(programs / (access_table(kind, k) + ".DCL"), access_member(kind, k));
 }
 
 /// Writes the definition's temp/ files: base parameters, Excel count, key-to-value pairs
-/// for every DB2 access, and the column files.
-inline void write_definition(const std::filesystem::path& folder, const MatrixDefinition& d) {
-  auto onoff = [](bool on) { return on ? "on" : "off"; };
+/// for every DB2 access, and the column files. Returns the definition on one line.
+inline std::string write_definition(const std::filesystem::path& folder,
+                                    const MatrixDefinition& d) {
   const char* kinds[] = {"batch", "routine", "match"};
-  std::string parbase =
-      "nomeprogr=QVTEST\nlinguaggio=" + std::string(d.cobol ? "cobol" : "easytrieve") +
-      "\ntipoprogr=" + kinds[d.kind] + "\ncostanti=" + onoff(d.constants) +
-      "\nthru=" + onoff(d.thru) + "\nbuffering=" + onoff(d.buffering) +
-      "\nstream=" + onoff(d.stream) + "\ncommenti=" + onoff(d.comments) + "\njcl=" + onoff(d.jcl) +
-      "\nfilein=" + std::to_string(d.filein) + "\nfileout=" + std::to_string(d.fileout) +
-      "\nreport=" + std::to_string(d.report);
-  for (int kind = 0; kind < 5; ++kind) {
-    std::string word = kAccessWords[kind];
-    for (char& c : word) c = static_cast<char>(c - 'A' + 'a');
-    parbase += "\n" + word + "=" + std::to_string(d.accesses[kind]);
-  }
-  parbase += std::string("\nrollback=") + onoff(d.rollback) + "\ncommit=" + onoff(d.commit) +
-             "\nparametri=" + std::to_string(d.params) +
-             "\ndescprogr0=PROGRAM OF THE TEMPLATE MATRIX\n";
-  write_text(folder / "temp/Parbase.dat", parbase);
+  const std::pair<const char*, bool> switches[] = {
+      {"costanti", d.constants}, {"thru", d.thru},         {"buffering", d.buffering},
+      {"stream", d.stream},      {"commenti", d.comments}, {"jcl", d.jcl},
+      {"rollback", d.rollback},  {"commit", d.commit}};
+  const std::pair<const char*, int> counts[] = {
+      {"filein", d.filein},      {"fileout", d.fileout},    {"report", d.report},
+      {"select", d.accesses[0]}, {"fetch", d.accesses[1]},  {"update", d.accesses[2]},
+      {"insert", d.accesses[3]}, {"delete", d.accesses[4]}, {"parametri", d.params}};
+  std::string parbase = std::string("nomeprogr=QVTEST\nlinguaggio=") +
+                        (d.cobol ? "cobol" : "easytrieve") + "\ntipoprogr=" + kinds[d.kind] + "\n";
+  for (const auto& [tag, on] : switches) parbase += tag + std::string(on ? "=on\n" : "=off\n");
+  for (const auto& [tag, n] : counts) parbase += tag + ("=" + std::to_string(n)) + "\n";
+  write_text(folder / "temp/Parbase.dat", parbase + "descprogr0=PROGRAM OF THE TEMPLATE MATRIX\n");
   write_text(folder / "temp/Detfiles.dat", "fileout_excel=" + std::to_string(d.excel) + "\n");
   std::string pairs;
   std::array<std::string, 5> blocks;
@@ -168,66 +132,44 @@ inline void write_definition(const std::filesystem::path& folder, const MatrixDe
     std::filesystem::remove(folder / kColumnFiles[kind]);
     if (!blocks[kind].empty()) write_text(folder / kColumnFiles[kind], blocks[kind]);
   }
-}
-
-/// A definition made legal the way the panels would: routines are COBOL, THRU is COBOL,
-/// reports are Easytrieve, a match reads two files, Excel outputs are among the outputs.
-inline MatrixDefinition legal(MatrixDefinition d) {
-  if (!d.cobol) {
-    if (d.kind == 1) d.kind = 0;
-    d.thru = false;
-  } else {
-    d.report = 0;
-  }
-  if (d.kind == 2 && d.filein < 2) d.filein = 2;
-  if (d.excel > d.fileout) d.excel = d.fileout;
-  return d;
+  std::string what = parbase + "excel=" + std::to_string(d.excel) + (d.columns ? " columns" : "");
+  for (char& c : what) c = c == '\n' ? ' ' : c;
+  return what;
 }
 
 /// Covering matrix: every pair of values of any two choices appears in some definition
 /// (greedy, fixed seed), then filled up with further random definitions to `minimum`.
 inline std::vector<MatrixDefinition> covering_matrix(size_t minimum) {
+  // language, kind, 8 switches, in, out, excel, report, S F U I D, parameters, columns.
   const std::vector<std::vector<int>> domains = {
       {0, 1},       {0, 1, 2},    {0, 1},       {0, 1},       {0, 1},       {0, 1},
       {0, 1},       {0, 1},       {0, 1},       {0, 1},       {0, 1, 2, 9}, {0, 1, 2, 9},
       {0, 1, 2},    {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2, 9},
       {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1}};
-  auto make = [](const std::vector<int>& v) {
-    MatrixDefinition d;
-    d.cobol = v[0] == 0;
-    d.kind = v[1];
-    d.constants = v[2], d.thru = v[3], d.buffering = v[4], d.stream = v[5];
-    d.comments = v[6], d.jcl = v[7], d.rollback = v[8], d.commit = v[9];
-    d.filein = v[10], d.fileout = v[11], d.excel = v[12], d.report = v[13];
-    for (int i = 0; i < 5; ++i) d.accesses[i] = v[14 + i];
-    d.params = v[19];
-    d.columns = v[20];
-    return legal(d);
-  };
-  auto values = [](const MatrixDefinition& d) {
-    std::vector<int> v = {d.cobol ? 0 : 1, d.kind,     d.constants, d.thru,     d.buffering,
-                          d.stream,        d.comments, d.jcl,       d.rollback, d.commit,
-                          d.filein,        d.fileout,  d.excel,     d.report};
-    for (int n : d.accesses) v.push_back(n);
-    v.push_back(d.params);
-    v.push_back(d.columns);
-    return v;
-  };
-  using Pair = std::array<int, 4>;
-  auto pairs_of = [&](const MatrixDefinition& d) {
-    std::vector<Pair> pairs;
-    const std::vector<int> v = values(d);
-    for (size_t a = 0; a < v.size(); ++a)
-      for (size_t b = a + 1; b < v.size(); ++b)
-        pairs.push_back({static_cast<int>(a), v[a], static_cast<int>(b), v[b]});
-    return pairs;
-  };
   std::mt19937 random(20261121);
+  // Random values made legal the way the panels would: routines and THRU are COBOL, reports
+  // Easytrieve, a match reads two files, Excel outputs are among the outputs (v[0] 1 is
+  // Easytrieve, v[1] kind, v[3] thru, v[10] inputs, v[11] outputs, v[12] Excel, v[13] reports).
   auto pick = [&] {
     std::vector<int> v;
     for (const auto& domain : domains)
       v.push_back(domain[std::uniform_int_distribution<size_t>(0, domain.size() - 1)(random)]);
-    return make(v);
+    if (v[0] == 1) {
+      if (v[1] == 1) v[1] = 0;
+      v[3] = 0;
+    } else {
+      v[13] = 0;
+    }
+    if (v[1] == 2 && v[10] < 2) v[10] = 2;
+    v[12] = std::min(v[12], v[11]);
+    return v;
+  };
+  using Pair = std::array<int, 4>;
+  auto pairs_of = [](const std::vector<int>& v) {
+    std::vector<Pair> pairs;
+    for (int a = 0; a < static_cast<int>(v.size()); ++a)
+      for (int b = a + 1; b < static_cast<int>(v.size()); ++b) pairs.push_back({a, v[a], b, v[b]});
+    return pairs;
   };
   // The feasible pairs: those some legal definition shows.
   std::set<Pair> uncovered;
@@ -235,16 +177,22 @@ inline std::vector<MatrixDefinition> covering_matrix(size_t minimum) {
     for (const Pair& p : pairs_of(pick())) uncovered.insert(p);
   std::vector<MatrixDefinition> matrix;
   while (!uncovered.empty() || matrix.size() < minimum) {
-    MatrixDefinition best = pick();
+    std::vector<int> best = pick();
     size_t best_gain = 0;
     for (int candidate = 0; candidate < 60 && !uncovered.empty(); ++candidate) {
-      MatrixDefinition d = pick();
+      std::vector<int> v = pick();
       size_t gain = 0;
-      for (const Pair& p : pairs_of(d)) gain += uncovered.count(p);
-      if (gain > best_gain) best = d, best_gain = gain;
+      for (const Pair& p : pairs_of(v)) gain += uncovered.count(p);
+      if (gain > best_gain) best = v, best_gain = gain;
     }
     for (const Pair& p : pairs_of(best)) uncovered.erase(p);
-    matrix.push_back(best);
+    const std::vector<int>& v = best;
+    MatrixDefinition d{v[0] == 0, v[1],      v[2] == 1, v[3] == 1, v[4] == 1,
+                       v[5] == 1, v[6] == 1, v[7] == 1, v[8] == 1, v[9] == 1,
+                       v[10],     v[11],     v[12],     v[13],     v[19]};
+    for (int i = 0; i < 5; ++i) d.accesses[i] = v[14 + i];
+    d.columns = v[20] == 1;
+    matrix.push_back(d);
   }
   return matrix;
 }

@@ -1,12 +1,16 @@
-// Generates a covering matrix of program definitions with the shipped template and checks
-// every program; the SQL of the definitions with column selections is prepared in a
-// throwaway PostgreSQL cluster against the tables of their DCLGEN members.
+// The shipped template: a covering matrix of definitions generated and checked, the SQL of
+// those with column selections prepared in a throwaway PostgreSQL cluster against the tables
+// of their DCLGEN members; the copy and two-file match programs, with their default record
+// layouts and names, compiled and run on sample files.
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <numeric>
+#include <regex>
 #include <string>
 
+#include "engine/check_cobol.h"
 #include "engine/check_program.h"
 #include "engine/generator.h"
 #include "support/postgres_cluster.h"
@@ -21,69 +25,53 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Generates the definition in the current working folder; returns the program's text.
-std::string generate(const fs::path& folder, const MatrixDefinition& d) {
-  write_definition(folder, d);
-  fs::remove(folder / "programs/QVTEST.txt");
-  RecordingUi ui;
-  Generator generator;
-  generator.open_panel();
-  GenerationResult result = generator.go();
-  EXPECT_EQ(result.status, GenerationResult::kDone) << d.describe();
-  return read_text(folder / "programs/QVTEST.txt");
-}
-
-CheckOptions check_options(const fs::path& folder) {
-  CheckOptions options;
-  options.compile = true;
-  options.folders.dclgen_folder = folder / "programs";
-  options.folders.resource_folder = folder / "Resource";
-  return options;
-}
-
 TEST(TemplateMatrixTest, EveryDefinitionGivesACleanProgram) {
   if (!cobol_compiler_available()) GTEST_SKIP() << "cobc is not installed";
   const std::vector<MatrixDefinition> matrix = covering_matrix(320);
   ASSERT_GE(matrix.size(), 300u);
   TempWorkingFolder folder;
   prepare_working_folder(folder.path());
+  CheckOptions options;
+  options.folders = {folder.path() / "programs", folder.path() / "Resource"};
   PostgresCluster cluster;
   if (cluster.available()) {
     std::string tables;
     for (int kind = 0; kind < 5; ++kind)
-      for (int k = 1; k <= 9; ++k) {
-        std::optional<std::string> sql = create_table_sql(access_member(kind, k));
-        ASSERT_TRUE(sql) << access_table(kind, k);
-        tables += *sql + "\n";
-      }
+      for (int k = 1; k <= 9; ++k) tables += create_table_sql(access_member(kind, k)).value();
     ASSERT_EQ(cluster.run_sql(tables), "");
+    // A statement PostgreSQL refuses must be seen as refused.
+    ASSERT_NE(cluster.run_sql("PREPARE q AS SELECT NO_SUCH FROM QVOWN.TABS1;"), "");
   }
-  int prepared = 0;
   for (const MatrixDefinition& d : matrix) {
-    const std::string program = generate(folder.path(), d);
-    ASSERT_FALSE(program.empty()) << d.describe();
+    const std::string what = write_definition(folder.path(), d);
+    fs::remove(folder.path() / "programs/QVTEST.txt");
+    RecordingUi ui;
+    Generator generator;
+    generator.open_panel();
+    EXPECT_EQ(generator.go().status, GenerationResult::kDone) << what;
+    const std::string program = read_text(folder.path() / "programs/QVTEST.txt");
+    ASSERT_FALSE(program.empty()) << what;
     CheckReport report = check_program_text(
         "QVTEST.txt", d.cobol ? CheckLanguage::kCobol : CheckLanguage::kEasytrieve, program,
-        check_options(folder.path()));
-    EXPECT_TRUE(report.findings.empty()) << d.describe() << "\n" << format_findings(report);
+        options);
+    EXPECT_TRUE(report.findings.empty()) << what << "\n" << format_findings(report);
     if (!d.columns || !cluster.available()) continue;
-    for (const SqlStatement& statement :
-         d.cobol ? cobol_sql_statements(program) : easytrieve_sql_statements(program)) {
+    int prepared = 0;
+    for (const SqlStatement& statement : sql_statements(program, d.cobol)) {
       std::optional<std::string> sql = postgres_statement(statement.text);
       if (!sql) continue;
       ++prepared;
       EXPECT_EQ(cluster.run_sql("PREPARE q AS " + *sql + ";\nDEALLOCATE q;"), "")
-          << d.describe() << "\nline " << statement.line << ": " << statement.text;
+          << what << "\nline " << statement.line << ": " << statement.text;
     }
+    // Each access has one statement to prepare: none may be missed.
+    EXPECT_EQ(prepared, std::accumulate(d.accesses.begin(), d.accesses.end(), 0)) << what;
   }
-  if (cluster.available()) EXPECT_GT(prepared, 0);
-  RecordProperty("definitions", static_cast<int>(matrix.size()));
 }
 
 TEST(TemplateMatrixTest, MatrixCoversEveryChoice) {
-  const std::vector<MatrixDefinition> matrix = covering_matrix(300);
   bool easytrieve_match = false, cobol_match = false, routine = false, nine_excel_out = false;
-  for (const MatrixDefinition& d : matrix) {
+  for (const MatrixDefinition& d : covering_matrix(300)) {
     easytrieve_match |= !d.cobol && d.kind == 2;
     cobol_match |= d.cobol && d.kind == 2;
     routine |= d.kind == 1;
@@ -96,30 +84,142 @@ TEST(TemplateMatrixTest, MatrixCoversEveryChoice) {
 // columns, which must still give one INCLUDE and one declaration of each host field.
 TEST(TemplateMatrixTest, AccessesSharingAMemberDeclareItOnce) {
   if (!cobol_compiler_available()) GTEST_SKIP() << "cobc is not installed";
-  TempWorkingFolder scratch;
-  const std::string home = (scratch.path() / "wf").string();
-  const std::string quorva = shell_quote(QUORVA_BINARY) + " --home " + shell_quote(home) + " ";
-  ASSERT_EQ(run_command(shell_quote(QUORVA_BINARY) + " init " + shell_quote(home)).status, 0);
-  for (const std::string args :
-       {"user set ip=127.0.0.1 library=QV.SOURCE user=QVUSER password=PW name=Tester "
-        "company=Tests folder=" +
-            shell_quote(home + "/programs/"),
-        std::string("program set select=2 update=1"),
-        std::string("db2 select 2 --include CUSTOMER --table CUSTOMER --owner BANKDB"),
-        std::string("db2 update 1 --include CUSTOMER --table CUSTOMER --owner BANKDB"),
-        std::string("columns set select 2 query CUST_ID CITY BALANCE"),
-        std::string("columns set select 2 where CUST_ID"),
-        std::string("columns set update 1 query BALANCE CITY"),
-        std::string("columns set update 1 where CUST_ID")})
-    ASSERT_EQ(run_command(quorva + args).status, 0) << args;
-  for (const char* language : {"cobol", "easytrieve"}) {
-    ASSERT_EQ(run_command(quorva + "program set language=" + language).status, 0);
-    CommandResult r = run_command(quorva + "--yes generate --check");
-    EXPECT_EQ(r.status, 0) << language << "\n" << r.output;
-    const std::string program = read_text(fs::path(home) / "programs/CUSTMOV.txt");
-    const std::string once = std::string(language) == "cobol" ? "INCLUDE CUSTOMER" : "\nCITY ";
+  QuorvaHome home;
+  expect_steps(&home, {{"user set ip=127.0.0.1 library=QV.SOURCE user=QVUSER password=PW "
+                        "name=Tester company=Tests folder=" +
+                            shell_quote(home.path.string() + "/programs/"),
+                        0, ""},
+                       {"program set select=2 update=1", 0, ""},
+                       {"db2 select 2 --include CUSTOMER --table CUSTOMER --owner BANKDB", 0, ""},
+                       {"db2 update 1 --include CUSTOMER --table CUSTOMER --owner BANKDB", 0, ""},
+                       {"columns set select 2 query CUST_ID CITY BALANCE", 0, ""},
+                       {"columns set select 2 where CUST_ID", 0, ""},
+                       {"columns set update 1 query BALANCE CITY", 0, ""},
+                       {"columns set update 1 where CUST_ID", 0, ""}});
+  for (const std::string language : {"cobol", "easytrieve"}) {
+    expect_steps(&home,
+                 {{"program set language=" + language, 0, ""}, {"--yes generate --check", 0, ""}});
+    const std::string program = read_text(home.path / "programs/CUSTMOV.txt");
+    const std::string once = language == "cobol" ? "INCLUDE CUSTOMER" : "\nCITY ";
     EXPECT_EQ(program.find(once), program.rfind(once)) << language << "\n" << program;
   }
+}
+
+// The rewrites that could give other valid SQL; a statement left unprepared or refused
+// shows in the matrix.
+TEST(SqlStatementsTest, Db2RewritesForPostgres) {
+  const struct {
+    const char* db2;
+    std::optional<std::string> postgres;
+  } cases[] = {
+      {"SELECT A , B INTO :S1-A , :S1-B :WRK-NULL-S1Q-01 FROM T WHERE K = :DCLT.K",
+       "SELECT A , B FROM T WHERE K = $1"},
+      {"DECLARE CURS-1F CURSOR FOR SELECT A , CURRENT TIMESTAMP FROM T WHERE K = :K",
+       "SELECT A , CURRENT_TIMESTAMP FROM T WHERE K = $1"},
+      {"UPDATE T SET A = :A , B = :B WHERE K = :K", "UPDATE T SET A = $1 , B = $2 WHERE K = $3"},
+  };
+  for (const auto& c : cases) EXPECT_EQ(postgres_statement(c.db2), c.postgres) << c.db2;
+}
+
+// One fixed-length 80-byte record: a 10-byte key and 70 bytes of data.
+std::string record(const std::string& key, const std::string& data) {
+  std::string text = key;
+  text.resize(10, ' ');
+  text += data;
+  text.resize(80, ' ');
+  return text;
+}
+
+// The count displayed at the end of the run for a label, or -1.
+long displayed_count(const std::string& output, const std::string& label) {
+  std::smatch match;
+  if (!std::regex_search(output, match, std::regex(label + R"( *: *([0-9.]+))"))) return -1;
+  return std::stol(std::regex_replace(match[1].str(), std::regex("\\."), ""));
+}
+
+class TemplateRunTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    if (!cobol_compiler_available()) GTEST_SKIP() << "cobc is not installed";
+    prepare_working_folder(folder_.path());
+  }
+
+  // Generates the definition, compiles it and runs it with DD_name set to each data file.
+  CommandResult build_and_run(const MatrixDefinition& d,
+                              const std::vector<std::pair<std::string, std::string>>& files) {
+    write_definition(folder_.path(), d);
+    std::filesystem::remove("programs/QVTEST.txt");
+    RecordingUi ui;
+    Generator generator;
+    generator.open_panel();
+    EXPECT_EQ(generator.go().status, GenerationResult::kDone);
+    write_text("run/QVTEST.cbl", read_text("programs/QVTEST.txt"));
+    CommandResult compiled = run_command("cobc -x -std=ibm -o run/qvtest run/QVTEST.cbl");
+    EXPECT_EQ(compiled.status, 0) << compiled.output;
+    std::string environment;
+    for (const auto& [name, file] : files) environment += "DD_" + name + "=" + file + " ";
+    return run_command("ulimit -f 2048; " + environment + "timeout 20 run/qvtest");
+  }
+
+  TempWorkingFolder folder_;
+};
+
+TEST_F(TemplateRunTest, CopyProgramCopiesEveryRecord) {
+  const std::string input =
+      record("K001", "FIRST") + record("K002", "SECOND") + record("K003", "THIRD");
+  write_text("in.dat", input);
+  CommandResult run =
+      build_and_run({.filein = 1, .fileout = 1}, {{"UIN1", "in.dat"}, {"UOUT1", "out.dat"}});
+  ASSERT_EQ(run.status, 0) << run.output;
+  EXPECT_EQ(read_text("out.dat"), input);
+  EXPECT_EQ(displayed_count(run.output, "RECORDS READ +FILEIN1"), 3) << run.output;
+  EXPECT_EQ(displayed_count(run.output, "RECORDS WRITTEN +FILEOUT1"), 3) << run.output;
+}
+
+TEST_F(TemplateRunTest, CopyProgramWithOptionsWritesTheSameRecords) {
+  const MatrixDefinition d{.constants = true,
+                           .thru = true,
+                           .buffering = true,
+                           .comments = true,
+                           .filein = 1,
+                           .fileout = 2,
+                           .excel = 1};
+  std::string input;
+  for (int i = 1; i <= 700; ++i) input += record("K" + std::to_string(1000 + i), "ROW");
+  write_text("in.dat", input);
+  CommandResult run =
+      build_and_run(d, {{"UIN1", "in.dat"}, {"UOUT1", "excel.dat"}, {"UOUT2", "out.dat"}});
+  ASSERT_EQ(run.status, 0) << run.output;
+  // The buffer holds 500 records: the run crosses one flush while reading.
+  EXPECT_TRUE(read_text("out.dat") == input) << "the output records differ from the input";
+  const std::string excel = read_text("excel.dat");
+  ASSERT_EQ(excel.size(), 701u * 200u);
+  EXPECT_EQ(excel.substr(0, 8), "KEY;DATA");
+  EXPECT_EQ(excel.substr(200, 14), "K1001     ;ROW");
+  EXPECT_EQ(displayed_count(run.output, "RECORDS WRITTEN +FILEOUT2"), 700) << run.output;
+}
+
+TEST_F(TemplateRunTest, MatchProgramProcessesTheMatchingDetails) {
+  const MatrixDefinition match{.kind = 2, .filein = 2, .fileout = 1};
+  write_text("master.dat", record("A", "MASTER A") + record("B", "MASTER B") +
+                               record("C", "MASTER C") + record("E", "MASTER E"));
+  const std::string matched =
+      record("B", "DETAIL B1") + record("B", "DETAIL B2") + record("C", "DETAIL C1");
+  write_text("detail.dat", matched + record("D", "DETAIL D1"));
+  CommandResult run =
+      build_and_run(match, {{"UIN1", "master.dat"}, {"UIN2", "detail.dat"}, {"UOUT1", "out.dat"}});
+  ASSERT_EQ(run.status, 0) << run.output;
+  EXPECT_EQ(read_text("out.dat"), matched);
+  EXPECT_EQ(displayed_count(run.output, "DETAILS MATCHED"), 3) << run.output;
+  EXPECT_EQ(displayed_count(run.output, "MASTERS WITHOUT DETAIL"), 2) << run.output;
+  EXPECT_EQ(displayed_count(run.output, "DETAILS WITHOUT MASTER"), 1) << run.output;
+
+  // An unsorted master stops the run.
+  write_text("master.dat", record("B", "MASTER B") + record("A", "MASTER A"));
+  run =
+      build_and_run(match, {{"UIN1", "master.dat"}, {"UIN2", "detail.dat"}, {"UOUT1", "out.dat"}});
+  EXPECT_EQ(run.status, 12) << run.output;
+  EXPECT_NE(run.output.find("FILEIN1 NOT SORTED"), std::string::npos) << run.output;
 }
 
 }  // namespace

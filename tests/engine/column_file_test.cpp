@@ -8,35 +8,19 @@
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
+class ColumnFile : public FolderTest {};
 
-DclgenColumn column(const std::string& name, int type, const std::string& length,
-                    const std::string& picture, int not_null, int ordinal) {
-  DclgenColumn c;
-  c.name = name;
-  c.type_code = type;
-  c.length_text = length;
-  c.cobol_picture = picture;
-  c.not_null = not_null;
-  c.ordinal = ordinal;
-  return c;
-}
-
+// Name, picture, length, type, NOT NULL, position.
 const std::vector<DclgenColumn> kColumns = {
-    column("CUST_ID", db2type::kDecimal, "(7,2)", "S9(05)V9(02) COMP-3", 1, 0),
-    column("CUST_NAME", db2type::kChar, "(10)", "X(10)", 0, 2),
-    column("NOTE", db2type::kUnknown, "", "", 0, 5),
+    {"CUST_ID", "S9(05)V9(02) COMP-3", "(7,2)", db2type::kDecimal, 1, 0},
+    {"CUST_NAME", "X(10)", "(10)", db2type::kChar, 0, 2},
+    {"NOTE", "", "", db2type::kUnknown, 0, 5},
 };
 
-TEST(ColumnFile, WritesRecordsWithTwoBlanksAndReadsThemBack) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(ColumnFile, WritesRecordsWithTwoBlanksAndReadsThemBack) {
   ASSERT_TRUE(Riscrivi_tag_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery, true,
                                    "CUSTOMER", "CL-|NAME", kColumns));
   EXPECT_EQ(read_text("temp/col_select.dat"),
@@ -55,9 +39,7 @@ TEST(ColumnFile, WritesRecordsWithTwoBlanksAndReadsThemBack) {
   EXPECT_EQ(block->columns, expected);
 }
 
-TEST(ColumnFile, RewriteKeepsOtherBlocksAndEmptySelectionRemoves) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(ColumnFile, RewriteKeepsOtherBlocksAndEmptySelectionRemoves) {
   const std::string other =
       "[SELECT1-WHERE]\n<CUSTOMER>\n<CL-|NAME>\nNOTE  99  NULL  NULL  0  5  1\n"
       "[/SELECT1-WHERE]\n# kept\n[SELECT2-QUERY]\n<T2>\n<>\nA  1  NULL  S9(9)_COMP  1  0  0\n"
@@ -79,27 +61,24 @@ TEST(ColumnFile, RewriteKeepsOtherBlocksAndEmptySelectionRemoves) {
   EXPECT_TRUE(absent->columns.empty());
 }
 
-TEST(ColumnFile, FailuresAreReportedAndLogged) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(ColumnFile, FailuresAreReportedAndLogged) {
   EXPECT_FALSE(Leggi_colonne_treedb2("temp/none.dat", "SELECT1", Selection::kQuery));
   EXPECT_FALSE(Riscrivi_tag_treedb2("", "SELECT1", Selection::kWhere, true, "M", "", kColumns));
   write_text("temp/col_fetch.dat", "[FETCH1-WHERE]\n<M>\n<>\nA  1  NULL\n[/FETCH1-WHERE]\n");
   EXPECT_FALSE(Leggi_colonne_treedb2("temp/col_fetch.dat", "FETCH1", Selection::kWhere));
-  EXPECT_EQ(ui.messages, (std::vector<std::string>{"WARNING, I cannot open the filetemp/none.dat",
-                                                   "The file name or the Master Tag are NULL !!"}));
+  EXPECT_EQ(ui_.messages,
+            (std::vector<std::string>{"WARNING, I cannot open the filetemp/none.dat",
+                                      "The file name or the Master Tag are NULL !!"}));
   EXPECT_NE(read_text("error.log")
                 .find("\nERROR :Errore ne' Riscrivi_tag_treedb2: Dati "
                       "mancanti-99\nERROR :nome_file:\nERROR :Dclgen name:M"),
             std::string::npos);
 }
 
-TEST(ColumnFile, HostNamingStyles) {
-  const DclgenColumn c = column("CUST_NAME_X", db2type::kChar, "(10)", "X(10)", 0, 11);
+TEST_F(ColumnFile, HostNamingStyles) {
+  const DclgenColumn c{"CUST_NAME_X", "X(10)", "(10)", db2type::kChar, 0, 11};
   const struct {
-    const char* text;
-    const char* expected;
-    const char* formatted;
+    const char *text, *expected, *formatted;
   } cases[] = {
       {"CL-|NAME", "CL-CUST-NAME-X", "CL-|NAME"},
       {"D012-|NUMBER", "D012-12", "D012-|NUMBER"},
@@ -111,11 +90,7 @@ TEST(ColumnFile, HostNamingStyles) {
     EXPECT_EQ(naming.host_variable(c), k.expected) << k.text;
     EXPECT_EQ(format_host_naming(naming), k.formatted) << k.text;
   }
-  EXPECT_EQ(access_kind_from_letter('U'), AccessKind::kUpdate);
-  EXPECT_FALSE(access_kind_from_letter('X'));
-  EXPECT_STREQ(column_file_name(AccessKind::kDelete), "temp/col_delete.dat");
-  EXPECT_EQ(access_letter(AccessKind::kFetch), 'F');
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

@@ -10,13 +10,11 @@
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
+class ConversionListTest : public FolderTest {};
+class TemplateLoader : public FolderTest {};
 
 std::string pairs_text(const ConversionList& list) {
   std::string text;
@@ -24,9 +22,7 @@ std::string pairs_text(const ConversionList& list) {
   return text;
 }
 
-TEST(ConversionList, KeyToValueFilesAndCollectionsInOrder) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(ConversionListTest, KeyToValueFilesAndCollectionsInOrder) {
   write_text("temp/key2value.dat", "A=1=2\nno separator\nEMPTY=\n=never\n K = v \n");
   write_text("temp/customK2V.dat",
              "Key2Value_03=temp/Key2Value_b.txt\nKey2Value_01=temp/Key2Value_a.txt\n"
@@ -37,20 +33,18 @@ TEST(ConversionList, KeyToValueFilesAndCollectionsInOrder) {
   ASSERT_TRUE(Leggi_all_K2V_tag(kKey2ValueFile, true, list));
   ASSERT_TRUE(Leggi_all_K2Value_coll(true, kCollectionSlots, list));
   EXPECT_EQ(pairs_text(list), "[A|1=2][|never][ K | v ][A|from a][B|from b]");
-  EXPECT_EQ(ui.messages,
+  EXPECT_EQ(ui_.messages,
             (std::vector<std::string>{"The Collection of Key to Value file has not been found!!"
                                       "temp/Key2Value_gone.txt"}));
   EXPECT_FALSE(Leggi_all_K2V_tag("temp/none.dat", true, list));
-  EXPECT_EQ(ui.messages.back(), "WARNING, I cannot open the file:temp/none.dat");
+  EXPECT_EQ(ui_.messages.back(), "WARNING, I cannot open the file:temp/none.dat");
   ConversionList quiet;
   Leggi_all_K2Value_coll(false, kCollectionSlots, quiet);
   EXPECT_NE(read_text("error.log").find("Errore file non trovato in Leggi_all_K2Value_coll.-99"),
             std::string::npos);
 }
 
-TEST(ConversionList, BuiltInPlaceholdersComeFirst) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(ConversionListTest, BuiltInPlaceholdersComeFirst) {
   write_text("Resource/User.dat", "tsouser=U1\nnomecognome=N\n");
   write_text("temp/key2value.dat", "<++++++>=USER-WINS-NOT\n");
   ProgramDefinition def{.name = "P1", .description = {"abc", "de"}, .commit = true};
@@ -62,8 +56,22 @@ TEST(ConversionList, BuiltInPlaceholdersComeFirst) {
             "[<SEL/FET/DEL/INS/UPD/ROL/COM>|[COMM]][<++++++>|USER-WINS-NOT]");
 }
 
+TEST_F(ConversionListTest, HeaderValuesAndAccessList) {
+  ProgramDefinition def{.name = "PGM1", .description = {"first line", "second"}};
+  EXPECT_EQ(access_list_value(def), "]");
+  def.select = def.fetch = 1;
+  EXPECT_EQ(access_list_value(def), "[SEL/FET]");
+  def.update = def.insert = def.remove = 2;
+  def.commit = def.rollback = true;
+  EXPECT_EQ(access_list_value(def), "[SEL/FET/UPD/INS/DEL/COMM/ROLL]");
+  const std::string date = header_date();
+  EXPECT_EQ(date.size(), 11u);
+  EXPECT_EQ(date[2], '/');
+  EXPECT_EQ(date[6], '/');
+}
+
 // The filter must never skip a key the plain pass would replace, chains of values included.
-TEST(ConversionList, FilterGivesThePlainPassResult) {
+TEST_F(ConversionListTest, FilterGivesThePlainPassResult) {
   const ConversionList list = {{"<A>", "<B>  "}, {"UIN#", "X"},     {"<B>", "VALUE-B"},
                                {"AB", "ZZ"},     {"", "never"},     {"K", "KK"},
                                {"E-B", "<A>"},   {"FILEIN1", "IN"}, {"<A>", "again"}};
@@ -80,7 +88,7 @@ TEST(ConversionList, FilterGivesThePlainPassResult) {
   }
 }
 
-TEST(TemplateLoader, MarkerAndCodeLines) {
+TEST_F(TemplateLoader, MarkerAndCodeLines) {
   const struct {
     const char* text;
     std::vector<std::string> lines;
@@ -95,4 +103,4 @@ TEST(TemplateLoader, MarkerAndCodeLines) {
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

@@ -8,12 +8,10 @@
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
+class FlagTableTest : public FolderTest {};
 
 std::string table_text(const FlagTable& table) {
   std::string text;
@@ -21,9 +19,7 @@ std::string table_text(const FlagTable& table) {
   return text;
 }
 
-TEST(FlagTable, BuiltInRowsInOrderWithTheHistoricalLetters) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(FlagTableTest, BuiltInRowsInOrderWithTheHistoricalLetters) {
   ProgramDefinition def;
   def.jcl = true;
   def.constants = def.buffering = def.stream = def.rollback = def.commit = true;
@@ -40,21 +36,14 @@ TEST(FlagTable, BuiltInRowsInOrderWithTheHistoricalLetters) {
                           .kind = ProgramDefinition::kMatch};
   EXPECT_EQ(table_text(FlagTable::build(def, messages)), "[E  ]0[EM ]0");
   EXPECT_EQ(messages, 0);
+  // A routine shares the report code, so its reports are written once.
+  def = ProgramDefinition{.kind = ProgramDefinition::kRoutine, .reports = 3};
+  FlagTable routine = FlagTable::build(def, messages);
+  ASSERT_NE(routine.find("CR "), nullptr);
+  EXPECT_EQ(routine.find("CR ")->count, 0);
 }
 
-TEST(FlagTable, RoutineSharesTheReportCodeSoReportsAreWrittenOnce) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
-  ProgramDefinition def{.kind = ProgramDefinition::kRoutine, .reports = 3};
-  int messages = 0;
-  FlagTable table = FlagTable::build(def, messages);
-  ASSERT_NE(table.find("CR "), nullptr);
-  EXPECT_EQ(table.find("CR ")->count, 0);
-}
-
-TEST(FlagTable, CustomFlagsFromCollectionsWithEachRejection) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(FlagTableTest, CustomFlagsFromCollectionsWithEachRejection) {
   write_text("temp/Flags.dat", "FlagsColl_02=temp/Flags_Coll_mine.txt\n");
   write_text("temp/Flags_Coll_mine.txt",
              "desc_flags=mine\n<CZZ>=3\n<C2S>=4\n<XAB>=1\n<CQQ>=0\n<CQR>=abc\n<EZZ>=2\n"
@@ -63,7 +52,7 @@ TEST(FlagTable, CustomFlagsFromCollectionsWithEachRejection) {
   int messages = 0;
   FlagTable table = FlagTable::build(def, messages);
   EXPECT_EQ(table_text(table), "[C  ]0[CB ]0[C2S]1[C2 ]0[CZZ]3[cz1]2");
-  EXPECT_EQ(ui.messages,
+  EXPECT_EQ(ui_.messages,
             (std::vector<std::string>{"Double directives upon this Flag (discard):C2S 1 vs 4",
                                       "Custom Flag Removed (C2 noJCE):XAB",
                                       "Custom Flag Removed - no occurs (C3 value):0",
@@ -71,7 +60,7 @@ TEST(FlagTable, CustomFlagsFromCollectionsWithEachRejection) {
   EXPECT_EQ(messages, 4);
 }
 
-TEST(FlagTable, PositionFourFilter) {
+TEST_F(FlagTableTest, PositionFourFilter) {
   ProgramDefinition batch;
   ProgramDefinition routine{
       .kind = ProgramDefinition::kRoutine, .thru = true, .comments = true, .parameters = 1};
@@ -87,4 +76,4 @@ TEST(FlagTable, PositionFourFilter) {
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

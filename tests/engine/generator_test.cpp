@@ -2,21 +2,20 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 #include "engine/conversion_list.h"
 #include "engine/template_loader.h"
 #include "support/recording_ui.h"
+#include "support/run_command.h"
 #include "support/temp_folder.h"
 #include "tagfile/tag_file.h"
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
+class GeneratorTest : public FolderTest {};
 
 void write_program_files(const std::string& template_text) {
   write_text("Resource/QVconfig.ini", "target_language=ENG\nQVjoined=29\n");
@@ -38,9 +37,7 @@ const char* const kTemplate =
     "CFI   SELECT FILEIN#\n"
     "C2N   ACCEPT PARM-#\n";
 
-TEST(Generator, GoWritesTheProgramWithHeaderValuesAndReportsProgress) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(GeneratorTest, GoWritesTheProgramWithHeaderValuesAndReportsProgress) {
   write_program_files(kTemplate);
   Generator generator;
   generator.open_panel();
@@ -58,16 +55,12 @@ TEST(Generator, GoWritesTheProgramWithHeaderValuesAndReportsProgress) {
   EXPECT_EQ(result.lines_written, 5);
   EXPECT_EQ(result.rank, "LEV. 1 - Easy Coder");
   EXPECT_EQ(Leggi_tag_int(kConfigFile, false, "QVjoined"), 30);
-  ASSERT_EQ(ui.messages.size(), 1u);
-  EXPECT_EQ(ui.messages[0],
-            "Congratulations!!! You advanced in Rank! Now you are:\n\n\n\t\t\t\t\t"
-            "LEV. 1 - Easy Coder");
-  ASSERT_EQ(ui.statuses.size(), 5u);
-  EXPECT_EQ(ui.statuses[1], "Pseudo-Code Allocating in Progress...\r\n \r\n \r\n");
-  EXPECT_EQ(ui.statuses[4],
+  EXPECT_EQ(ui_.messages.size(), 1u);  // the advance in rank
+  ASSERT_EQ(ui_.statuses.size(), 5u);
+  EXPECT_EQ(ui_.statuses[4],
             "Quorva JOB complete!!!\r\nPGMA code has been generated in... 5 lines.\r\nNow "
             "proceed with PREVIEW, FTP TRANSFER or QUIT !\r\nYour RANK is :LEV. 1 - Easy Coder");
-  EXPECT_EQ(ui.progress.back(), "Output Generating:5/5");
+  EXPECT_EQ(ui_.progress.back(), "Output Generating:5/5");
   EXPECT_EQ(read_text("warning.log"), "Quorva - Warning Log :");
 
   // A second GO asks before overwriting; No leaves everything as it was.
@@ -76,21 +69,19 @@ TEST(Generator, GoWritesTheProgramWithHeaderValuesAndReportsProgress) {
   EXPECT_EQ(generator.go().status, GenerationResult::kDeclined);
   EXPECT_EQ(read_text("out/PGMA.txt"), "kept");
   EXPECT_EQ(Leggi_tag_int(kConfigFile, false, "QVjoined"), 30);
-  ui.answer(true);
+  ui_.answer(true);
   EXPECT_EQ(generator.go().status, GenerationResult::kDone);
   EXPECT_EQ(read_text("out/PGMA.txt"), before);
 }
 
-TEST(Generator, SizeWarningRewritesNumlinesAndClientMismatchIsLogged) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(GeneratorTest, SizeWarningRewritesNumlinesAndClientMismatchIsLogged) {
   write_program_files(
       "quormem=T-8\nnumlines=9\nclient=1.330\n\n[THE CODE BEGINS HERE]\nC     A\n\nC     B\n");
   Generator generator;
   generator.open_panel();
   ASSERT_EQ(generator.go().status, GenerationResult::kDone);
-  ASSERT_FALSE(ui.messages.empty());
-  EXPECT_NE(ui.messages[0].find("\nReaded Lines:3\nDeclared Lines:9\n"), std::string::npos);
+  ASSERT_FALSE(ui_.messages.empty());
+  EXPECT_NE(ui_.messages[0].find("\nReaded Lines:3\nDeclared Lines:9\n"), std::string::npos);
   // The rewrite drops empty lines, the code's empty line included.
   EXPECT_EQ(read_text("Resource/Quormem.txt"),
             "quormem=T-8\nnumlines=3\nclient=1.330\n[THE CODE BEGINS HERE]\nC     A\nC     B\n");
@@ -100,31 +91,85 @@ TEST(Generator, SizeWarningRewritesNumlinesAndClientMismatchIsLogged) {
             "current Client Version is:==>1.33<==\nWARNING :The required Client Version to use "
             "all QuorMEM tags is (tag:'client'):==>1.330<==");
   // The next generation counts two lines against the three just written and warns again.
-  ui.messages.clear();
-  ui.answer(true);
+  ui_.messages.clear();
+  ui_.answer(true);
   generator.open_panel();
   ASSERT_EQ(generator.go().status, GenerationResult::kDone);
-  EXPECT_NE(ui.messages[0].find("\nReaded Lines:2\nDeclared Lines:3\n"), std::string::npos);
+  EXPECT_NE(ui_.messages[0].find("\nReaded Lines:2\nDeclared Lines:3\n"), std::string::npos);
 }
 
-TEST(Generator, StopsWhenTemplateOrOutputFolderIsMissing) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(GeneratorTest, StopsWhenTheOutputFolderIsMissing) {
   write_program_files(kTemplate);
-  write_text("Resource/QVconfig.ini", "target_language=ENG\nALTERNATIVE_QUORMEM_FILE=Mine.txt\n");
+  write_text("Resource/User.dat", "sourcedirectory=missing/\n");
   Generator generator;
   generator.open_panel();
-  EXPECT_EQ(generator.template_name(), "Resource/Mine.txt");
   EXPECT_EQ(generator.go().status, GenerationResult::kStopped);
-  EXPECT_EQ(ui.messages.back(), "WARNING, It's impossible to open the file:Resource/Mine.txt");
-  write_text("Resource/QVconfig.ini", "target_language=ENG\n");
-  write_text("Resource/User.dat", "sourcedirectory=missing/\n");
-  generator.open_panel();
-  EXPECT_EQ(generator.go().status, GenerationResult::kStopped);
-  EXPECT_EQ(ui.messages.back().rfind("It's impossible to open the file:missing/PGMA.txt", 0), 0u);
+  EXPECT_EQ(ui_.messages.back().rfind("It's impossible to open the file:missing/PGMA.txt", 0), 0u);
   EXPECT_FALSE(Generator::preview());
-  EXPECT_EQ(ui.messages.back(), "Cannot find the following file:\nmissing/PGMA.txt");
+  EXPECT_EQ(ui_.messages.back(), "Cannot find the following file:\nmissing/PGMA.txt");
+}
+
+const char* const kEndToEndTemplate =
+    "quormem=E2E-1\nnumlines=12\nclient=1.33\n[THE CODE BEGINS HERE]\n"
+    "C      IDENTIFICATION DIVISION.\n"
+    "C      PROGRAM-ID. <++++++>.\n"
+    "C  *  * WRITTEN //.///.//// <SEL/FET/DEL/INS/UPD/ROL/COM>\n"
+    "C2S        EXEC SQL SELECT\n"
+    "C2SX1           , <DB2_VAL>\n"
+    "C2S              INTO\n"
+    "C2SX1           , :<COBOL_VAL>\n"
+    "C2S              FROM <TABLE#>\n"
+    "C2S        END-EXEC.\n"
+    "C     [COBOL CUSTOM CLOSING]\n"
+    "JC    //<++++++> JOB\n"
+    "C      GOBACK.\n";
+
+TEST(GenerateCommand, GeneratesPreviewsAndStopsOnAMissingTemplate) {
+  QuorvaHome wf;
+  const std::filesystem::path& home = wf.path;
+  write_text(home / "Resource/Mine.txt", kEndToEndTemplate);
+  write_text(home / "Resource/QVconfig.ini",
+             read_text(home / "Resource/QVconfig.ini") + "ALTERNATIVE_QUORMEM_FILE=Mine.txt\n");
+  write_text(home / "temp/Parbase.dat",
+             "nomeprogr=CUSTRD\nlinguaggio=cobol\ntipoprogr=batch\ncommenti=on\njcl=off\n"
+             "select=1\ndescprogr0=Customer reader\n");
+  write_text(home / "temp/key2value.dat", "<TABLE1>=CUSTOMER\n");
+  write_text(home / "temp/col_select.dat",
+             "[SELECT1-QUERY]\n<CUSTOMER>\n<CL-|NAME>\nCUST_ID  1  NULL  S9(9)_COMP  1  0  0\n"
+             "CUST_NAME  10  (20)  X(20)  1  1  0\n[/SELECT1-QUERY]\n");
+  write_text(home / "programs/Custom_end.txt",
+             "desc_custom=closing\n[COBOL CUSTOM CLOSING]\n     DISPLAY 'END <++++++>'.\n");
+  write_text(home / "temp/customused.dat",
+             "Custom_code_1=" + (home / "programs/Custom_end.txt").string() +
+                 "\nCustom_code_2=gone/Custom_x.txt\n");
+
+  expect_steps(&wf, {{"generate --yes", 0, "Quorva JOB complete!!!"}});
+  const std::string expected =
+      "       IDENTIFICATION DIVISION.\n"
+      "       PROGRAM-ID. CUSTRD.\n"
+      "      * WRITTEN " +
+      header_date() +
+      " [SEL]\n"
+      "           EXEC SQL SELECT\n"
+      "                  CUST_ID\n"
+      "                , CUST_NAME\n"
+      "                 INTO\n"
+      "                  :CL-CUST-ID\n"
+      "                , :CL-CUST-NAME\n"
+      "                 FROM CUSTOMER\n"
+      "           END-EXEC.\n"
+      "           DISPLAY 'END CUSTRD'.\n"
+      "       GOBACK.\n";
+  EXPECT_EQ(read_text(home / "programs/CUSTRD.txt"), expected);
+
+  CommandResult preview = wf.run("preview");
+  EXPECT_EQ(preview.status, 0);
+  EXPECT_EQ(preview.output, expected);
+  expect_steps(&wf, {{"warnings", 0, "WARNING :Custom code file not found:gone/Custom_x.txt"}});
+  std::filesystem::remove(home / "Resource/Mine.txt");
+  expect_steps(
+      &wf, {{"generate --yes", 1, "WARNING, It's impossible to open the file:Resource/Mine.txt"}});
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

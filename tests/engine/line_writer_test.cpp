@@ -23,14 +23,11 @@ TEST(LineWriter, FilterMarginThruAndNumbering) {
   const ConversionList none;
   const struct {
     const ProgramDefinition* def;
-    const char* line;
-    const char* expected;
+    const char *line, *expected;
   } cases[] = {
       {&cobol, "C  B  MOVE A TO B.", "      MOVE A TO B.\n"},
-      {&cobol, "C  R  dropped unless routine", ""},
       {&cobol, "C  *  comment dropped without commenti", ""},
       {&thru, "C  *  comment kept", "      comment kept\n"},
-      {&cobol, "C  N  needs parameter cards", ""},
       {&cobol, "C", "      \n"},
       {&cobol, "E  B  FILE A#", "FILE A1\n"},
       {&cobol, "JC    //STEP# EXEC", "//STEP1 EXEC\n"},
@@ -67,8 +64,7 @@ TEST(LineWriter, BreaksOnceAtTheLanguageBreakPoint) {
     const char* name;
     int break_point;
     char continuation;
-    std::string line;
-    std::string expected;
+    std::string line, expected;
   } cases[] = {
       {"exactly at the break point", 72, ' ', "      " + text66, "      " + text66},
       {"only blanks after it", 72, ' ', "      " + text66 + "    ", "      " + text66 + "    "},
@@ -97,20 +93,6 @@ TEST(LineWriter, ConversionsInListOrderWithReconversion) {
       {"<A>", "<B>"}, {"<B>", "VALUE-B"}, {"", "never"}, {"KEY", "KEY"}, {"<A>", "unused"}};
   const ProgramDefinition def;
   EXPECT_EQ(written(def, list, "C     MOVE <A>   TO KEY  #."), "      MOVE VALUE-B TO KEY 1.\n");
-}
-
-TEST(ConversionList, HeaderValuesAndAccessList) {
-  ProgramDefinition def{.name = "PGM1", .description = {"first line", "second"}};
-  EXPECT_EQ(access_list_value(def), "]");
-  def.select = def.fetch = 1;
-  EXPECT_EQ(access_list_value(def), "[SEL/FET]");
-  def.update = def.insert = def.remove = 2;
-  def.commit = def.rollback = true;
-  EXPECT_EQ(access_list_value(def), "[SEL/FET/UPD/INS/DEL/COMM/ROLL]");
-  const std::string date = header_date();
-  EXPECT_EQ(date.size(), 11u);
-  EXPECT_EQ(date[2], '/');
-  EXPECT_EQ(date[6], '/');
 }
 
 }  // namespace

@@ -8,13 +8,10 @@
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
+class OutputPassTest : public FolderTest {};
 
 // Runs the output pass over `code` (the lines after the marker) for `def`.
 std::string generate(const ProgramDefinition& def, const std::string& code,
@@ -31,9 +28,7 @@ std::string generate(const ProgramDefinition& def, const std::string& code,
   return writer.text();
 }
 
-TEST(OutputPass, BlocksRepeatWithOccurrenceNumbers) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(OutputPassTest, BlocksRepeatWithOccurrenceNumbers) {
   const ProgramDefinition def{.input_files = 2, .output_files = 1, .excel_files = 1};
   EXPECT_EQ(generate(def,
                      "C     START #\n"
@@ -52,17 +47,13 @@ TEST(OutputPass, BlocksRepeatWithOccurrenceNumbers) {
             "      LAST-1\n      LAST-2\n");
 }
 
-TEST(OutputPass, PositionFourFilterAppliesInsideBlocks) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(OutputPassTest, PositionFourFilterAppliesInsideBlocks) {
   const ProgramDefinition def{.input_files = 2};
   EXPECT_EQ(generate(def, "CFIB  BATCH-#\nCFIR  ROUTINE-#\nC"),
             "      BATCH-1\n      BATCH-2\n      \n");
 }
 
-TEST(OutputPass, Db2LinesExpandPerSelectedColumn) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(OutputPassTest, Db2LinesExpandPerSelectedColumn) {
   write_text("temp/col_select.dat",
              "[SELECT1-QUERY]\n<CUSTOMER>\n<CL-|NAME>\n"
              "CUST_ID  1  NULL  S9(9)_COMP  1  0  0\n"
@@ -106,23 +97,16 @@ TEST(OutputPass, Db2LinesExpandPerSelectedColumn) {
             std::string::npos);
 }
 
-TEST(OutputPass, EasytrieveHostFieldFollowsTheDb2Type) {
+TEST_F(OutputPassTest, EasytrieveHostFieldFollowsTheDb2Type) {
   const struct {
     int type;
-    const char* length;
-    const char* field;
+    const char *length, *field;
   } cases[] = {
-      {db2type::kDecimal, "(11,2)", "  6 P 2"},
-      {db2type::kDecimal, "(9)", "  5 P 0"},
-      {db2type::kInteger, "", "  4 B 0"},
-      {db2type::kSmallint, "", "  2 B 0"},
-      {db2type::kChar, "(40)", " 40 A"},
-      {db2type::kChar, "(254)", "254 A"},
-      {db2type::kDate, "", " 10 A"},
-      {db2type::kTimestamp, "(12)", " 32 A"},
-      {db2type::kTimestamp, "", " 26 A"},
-      {db2type::kVargraphic, "(20)", " 40 A"},
-      {db2type::kUnknown, "", " 10 A"},
+      {db2type::kDecimal, "(11,2)", "  6 P 2"}, {db2type::kDecimal, "(9)", "  5 P 0"},
+      {db2type::kInteger, "", "  4 B 0"},       {db2type::kSmallint, "", "  2 B 0"},
+      {db2type::kChar, "(40)", " 40 A"},        {db2type::kDate, "", " 10 A"},
+      {db2type::kTimestamp, "(12)", " 32 A"},   {db2type::kTimestamp, "", " 26 A"},
+      {db2type::kVargraphic, "(20)", " 40 A"},  {db2type::kUnknown, "", " 10 A"},
   };
   for (const auto& c : cases) {
     DclgenColumn column{.length_text = c.length, .type_code = c.type};
@@ -130,9 +114,7 @@ TEST(OutputPass, EasytrieveHostFieldFollowsTheDb2Type) {
   }
 }
 
-TEST(OutputPass, CustomCodeInAndOutOfBlocks) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(OutputPassTest, CustomCodeInAndOutOfBlocks) {
   const std::string custom =
       "desc_custom=mine\n"
       "[COBOL CUSTOM INIT]\n"
@@ -160,4 +142,4 @@ TEST(OutputPass, CustomCodeInAndOutOfBlocks) {
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

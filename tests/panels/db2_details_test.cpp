@@ -3,44 +3,22 @@
 #include <gtest/gtest.h>
 
 #include "dclgen/dclgen_member.h"
+#include "support/members.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
 namespace fs = std::filesystem;
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
-
-std::string member(const std::string& table, const std::string& structure) {
-  return "      * DCLGEN TABLE(" + table +
-         ")\n"
-         "           EXEC SQL DECLARE " +
-         table +
-         " TABLE\n"
-         "           ( CUST_ID                        INTEGER NOT NULL,\n"
-         "             CUST_NAME                      CHAR(30)\n"
-         "           ) END-EXEC.\n"
-         "       01  " +
-         structure +
-         ".\n"
-         "           10 CUST-ID              PIC S9(9) USAGE COMP.\n"
-         "           10 CUST-NAME            PIC X(30).\n";
-}
-
-class Db2DetailsTest : public ::testing::Test {
+class Db2DetailsTest : public FolderTest {
  protected:
   void SetUp() override {
     write_text("Resource/User.dat", "sourcedirectory=" + (folder_.path() / "src").string() + "/\n");
-    write_text("src/CUSTOMER.DCL", member("PROD.CUSTOMER", "DCLCUSTOMER"));
-    write_text("src/ORDERS.DCL", member("ORDERS", "DCLORDERS"));
+    write_text("src/CUSTOMER.DCL", small_member("PROD.CUSTOMER", "DCLCUSTOMER"));
+    write_text("src/ORDERS.DCL", small_member("ORDERS", "DCLORDERS"));
   }
-  TempWorkingFolder folder_;
-  RecordingUi ui_;
 };
 
 TEST_F(Db2DetailsTest, KeysWrittenAndRemoved) {
@@ -51,9 +29,6 @@ TEST_F(Db2DetailsTest, KeysWrittenAndRemoved) {
   ASSERT_TRUE(panel.set_cursor(3, "CURORD"));
   ASSERT_TRUE(panel.set_description(3, "Old orders"));
   ASSERT_TRUE(panel.set_include(3, "ORDERS"));
-  EXPECT_FALSE(panel.set_include(3, "TOOLONGNM"));
-  EXPECT_FALSE(panel.set_owner(4, "X"));
-  EXPECT_FALSE(panel.set_description(1, std::string(48, 'D')));
   ASSERT_TRUE(panel.confirm());
   EXPECT_EQ(read_text("temp/key2value.dat"),
             "T-3D=PROD\nTABEL-3D=ORDERS\nCURS-3D=CURORD\nLEV01-3D=DCLORDERS\nINCLU-3D=ORDERS\n"
@@ -66,9 +41,8 @@ TEST_F(Db2DetailsTest, KeysWrittenAndRemoved) {
   ASSERT_TRUE(again.set_include(3, ""));
   ASSERT_TRUE(again.confirm());
   const std::string left = read_text("temp/key2value.dat");
-  EXPECT_EQ(left.find("TABEL-3D"), std::string::npos);
-  EXPECT_EQ(left.find("LEV01-3D"), std::string::npos);
-  EXPECT_EQ(left.find("INCLU-3D"), std::string::npos);
+  for (const char* key : {"TABEL-3D", "LEV01-3D", "INCLU-3D"})
+    EXPECT_EQ(left.find(key), std::string::npos) << key;
   EXPECT_NE(left.find("T-3D=PROD"), std::string::npos);
   EXPECT_NE(read_text("Resource/QVconfig.ini").find("AutoOwner_db2=OFF"), std::string::npos);
 }
@@ -77,8 +51,7 @@ TEST_F(Db2DetailsTest, QuestionsAnsweredBothWays) {
   const struct {
     bool transfer_running;
     std::vector<bool> answers;
-    bool closes;
-    bool written;
+    bool closes, written;
   } cases[] = {
       {true, {false}, false, false},      // FTP check: No keeps the panel open
       {true, {true, false}, true, true},  // Yes, then No to the cursor question
@@ -142,4 +115,4 @@ TEST_F(Db2DetailsTest, AutofillAutoOwnerAndKeptDescription) {
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

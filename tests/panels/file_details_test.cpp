@@ -5,13 +5,10 @@
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
+class FileDetailsTest : public FolderTest {};
 
 std::string excel_states(const FileDetails& panel) {
   std::string states;
@@ -20,9 +17,7 @@ std::string excel_states(const FileDetails& panel) {
   return states;
 }
 
-TEST(FileDetails, ExcelLockSequences) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(FileDetailsTest, ExcelLockSequences) {
   // Each step: row clicked (0 = allow(k) with k given), checked, expected boxes
   // (X checked, . available, - disabled).
   const struct {
@@ -63,7 +58,7 @@ TEST(FileDetails, ExcelLockSequences) {
   write_text("temp/Detfiles.dat", "fileout_excel=0\n");
   FileDetails panel = FileDetails::open(FileKind::kOutput, 9);
   EXPECT_FALSE(panel.click_excel(2, true));
-  ASSERT_FALSE(ui.messages.empty());
+  ASSERT_FALSE(ui_.messages.empty());
   for (int n = 1; n <= 9; ++n) ASSERT_TRUE(panel.click_excel(n, true));
   EXPECT_EQ(excel_states(panel), "XXXXXXXXX");
   ASSERT_TRUE(panel.click_excel(9, false));
@@ -73,9 +68,7 @@ TEST(FileDetails, ExcelLockSequences) {
   EXPECT_EQ(excel_states(FileDetails::open(FileKind::kInput, 9)), "---------");
 }
 
-TEST(FileDetails, KeysWrittenAndRemovedPerKind) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(FileDetailsTest, KeysWrittenAndRemovedPerKind) {
   const struct {
     FileKind kind;
     const char* written;
@@ -125,4 +118,4 @@ TEST(FileDetails, KeysWrittenAndRemovedPerKind) {
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

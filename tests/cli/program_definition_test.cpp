@@ -1,156 +1,104 @@
 #include <gtest/gtest.h>
 
+#include "support/members.h"
 #include "support/run_command.h"
 #include "support/temp_folder.h"
 
-namespace fs = std::filesystem;
-
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::run_command;
-using test::shell_quote;
-using test::TempWorkingFolder;
-using test::write_text;
-
-std::string member(const std::string& table, const std::string& structure) {
-  return "           EXEC SQL DECLARE PROD." + table +
-         " TABLE\n"
-         "           ( ID                             INTEGER NOT NULL\n"
-         "           ) END-EXEC.\n"
-         "       01  " +
-         structure +
-         ".\n"
-         "           10 ID                   PIC S9(9) USAGE COMP.\n";
-}
-
 TEST(CommandLine, DefinesAWholeProgram) {
-  TempWorkingFolder scratch;
-  const fs::path home = scratch.path() / "wf";
-  const std::string quorva =
-      shell_quote(QUORVA_BINARY) + " --home " + shell_quote(home.string()) + " ";
-  ASSERT_EQ(run_command(shell_quote(QUORVA_BINARY) + " init " + shell_quote(home.string())).status,
-            0);
-  write_text(home / "programs" / "ACCOUNTS.DCL", member("ACCOUNTS", "DCLACCOUNTS"));
-  write_text(home / "programs" / "BRANCHES.DCL", member("BRANCHES", "DCLBRANCHES"));
+  QuorvaHome home;
+  write_text(home.path / "programs/ACCOUNTS.DCL", small_member("PROD.ACCOUNTS", "DCLACCOUNTS"));
+  write_text(home.path / "programs/BRANCHES.DCL", small_member("PROD.BRANCHES", "DCLBRANCHES"));
+  expect_steps(
+      &home,
+      {{"--yes program new", 0, "Erasing Fields"},
+       {"program set name=ACCTUPD language=cobol kind=batch inputs=2 outputs=1 report=0 select=1 "
+        "fetch=1 update=0 insert=0 delete=0 constants=off comments=on thru=on buffering=off "
+        "stream=off jcl=on rollback=off commit=on parameters=1 "
+        "'description=Updates the accounts from the daily movements'",
+        0, ""},
+       {"program set name=1ABC", 1, "The First Character of the Program Name cannot be"},
+       {"program set kind=match", 1, "2 Files Match"},
+       {"program set inputs=12", 1, "from 0 to 9"},
+       {"program set colour=red", 2, "Unknown setting"},
+       {"files input 1 --name ACCIN --desc 'Accounts of the day'", 0, "ACCIN"},
+       {"files input 2 --name BRANIN --report-name BRANCHREP --desc 'Branches'", 0, "BRANIN"},
+       {"files input 3 --name TOOMANY", 1, "beyond the 2 input files"},
+       {"files output 1 --name ACCXLS --desc 'Accounts for Excel' --excel", 0,
+        "EXCEL            : yes"},
+       {"files output 1 --name TOOLONGNAME", 1, "8 characters"},
+       {"db2 select 1 --owner '' --table '' --include ACCOUNTS --desc 'Read the account' "
+        "--autofill on --auto-owner on",
+        0, "TABLE NAME  : ACCOUNTS"},
+       {"db2 fetch 1 --owner '' --table '' --include BRANCHES --cursor CSRBR1 --desc 'Branches of "
+        "the account'",
+        0, "OWNER       : PROD"},
+       {"db2 update 1 --table X", 1, "beyond the 0 UPDATE accesses"},
+       {"program show", 0, "Tot. Select:\t1 Tot. Fetch:\t1"}});
 
-  const struct {
-    std::string args;
-    int status;
-    const char* says;
-  } steps[] = {
-      {"--yes program new", 0, "Erasing Fields"},
-      {"program set name=ACCTUPD language=cobol kind=batch inputs=2 outputs=1 report=0 select=1 "
-       "fetch=1 update=0 insert=0 delete=0 constants=off comments=on thru=on buffering=off "
-       "stream=off jcl=on rollback=off commit=on parameters=1 "
-       "'description=Updates the accounts from the daily movements'",
-       0, ""},
-      {"program set name=1ABC", 1, "The First Character of the Program Name cannot be"},
-      {"program set kind=match", 1, "2 Files Match"},
-      {"program set inputs=12", 1, "from 0 to 9"},
-      {"program set colour=red", 2, "Unknown setting"},
-      {"files input 1 --name ACCIN --desc 'Accounts of the day'", 0, "ACCIN"},
-      {"files input 2 --name BRANIN --report-name BRANCHREP --desc 'Branches'", 0, "BRANIN"},
-      {"files input 3 --name TOOMANY", 1, "beyond the 2 input files"},
-      {"files output 1 --name ACCXLS --desc 'Accounts for Excel' --excel", 0,
-       "EXCEL            : yes"},
-      {"files output 1 --name TOOLONGNAME", 1, "8 characters"},
-      {"db2 select 1 --owner '' --table '' --include ACCOUNTS --desc 'Read the account' --autofill "
-       "on --auto-owner on",
-       0, "TABLE NAME  : ACCOUNTS"},
-      {"db2 fetch 1 --owner '' --table '' --include BRANCHES --cursor CSRBR1 --desc 'Branches of "
-       "the account'",
-       0, "OWNER       : PROD"},
-      {"db2 update 1 --table X", 1, "beyond the 0 UPDATE accesses"},
-      {"program show", 0, "Tot. Select:\t1 Tot. Fetch:\t1"},
-  };
-  for (const auto& step : steps) {
-    test::CommandResult r = run_command(quorva + step.args);
-    EXPECT_EQ(r.status, step.status) << step.args << "\n" << r.output;
-    EXPECT_NE(r.output.find(step.says), std::string::npos) << step.args << "\n" << r.output;
-  }
-
-  EXPECT_EQ(read_text(home / "temp" / "Parbase.dat"),
+  EXPECT_EQ(read_text(home.path / "temp/Parbase.dat"),
             "nomeprogr=ACCTUPD\nlinguaggio=cobol\ntipoprogr=batch\ncostanti=off\nthru=on\n"
             "buffering=off\nstream=off\ncommenti=on\njcl=on\nfilein=2\nfileout=1\nreport=0\n"
             "select=1\nfetch=1\nupdate=0\ninsert=0\ndelete=0\nrollback=off\ncommit=on\n"
             "parametri=1\ndescprogr0=Updates the accounts from the daily movements\n");
-  const std::string keys = read_text(home / "temp" / "key2value.dat");
-  for (const char* line : {"UIN1=ACCIN\n",
-                           "FILEIN1=ACCIN\n",
-                           "DESC-I1=Accounts of the day\n",
-                           "UIN2=BRANIN\n",
-                           "FILEIN2=BRANIN\n",
-                           "NOMTAB-2=BRANCHREP\n",
-                           "DESC-I2=Branches\n",
-                           "UOUT1=ACCXLS\n",
-                           "FILEOUT1=ACCXLS\n",
-                           "DESC-O1=Accounts for Excel\n",
-                           "T-1S=PROD\n",
-                           "TABEL-1S=ACCOUNTS\n",
-                           "LEV01-1S=DCLACCOUNTS\n",
-                           "INCLU-1S=ACCOUNTS\n",
-                           "DESCDB2-1S=Read the account\n",
-                           "T-1F=PROD\n",
-                           "TABEL-1F=BRANCHES\n",
-                           "CURS-1F=CSRBR1\n",
-                           "LEV01-1F=DCLBRANCHES\n",
-                           "INCLU-1F=BRANCHES\n",
-                           "DESCDB2-1F=Branches of the account\n"})
+  const std::string keys = read_text(home.path / "temp/key2value.dat");
+  for (const char* line :
+       {"UIN1=ACCIN\nFILEIN1=ACCIN\n", "DESC-I1=Accounts of the day\n",
+        "UIN2=BRANIN\nFILEIN2=BRANIN\nNOMTAB-2=BRANCHREP\nDESC-I2=Branches\n",
+        "UOUT1=ACCXLS\nFILEOUT1=ACCXLS\n", "DESC-O1=Accounts for Excel\n", "T-1S=PROD\n",
+        "TABEL-1S=ACCOUNTS\n", "LEV01-1S=DCLACCOUNTS\n", "INCLU-1S=ACCOUNTS\n",
+        "DESCDB2-1S=Read the account\n", "T-1F=PROD\n", "TABEL-1F=BRANCHES\n", "CURS-1F=CSRBR1\n",
+        "LEV01-1F=DCLBRANCHES\n", "INCLU-1F=BRANCHES\n", "DESCDB2-1F=Branches of the account\n"})
     EXPECT_NE(keys.find(line), std::string::npos) << line << keys;
-  EXPECT_EQ(read_text(home / "temp" / "Detfiles.dat"), "fileout_excel=1\n");
-  const std::string config = read_text(home / "Resource" / "QVconfig.ini");
-  EXPECT_NE(config.find("Autofill_db2=ON\n"), std::string::npos);
-  EXPECT_NE(config.find("AutoOwner_db2=ON\n"), std::string::npos);
+  EXPECT_EQ(read_text(home.path / "temp/Detfiles.dat"), "fileout_excel=1\n");
+  const std::string config = read_text(home.path / "Resource/QVconfig.ini");
+  EXPECT_NE(config.find("Autofill_db2=ON\nAutoOwner_db2=ON\n"), std::string::npos) << config;
 }
 
 TEST(CommandLine, UserAndOptions) {
-  TempWorkingFolder scratch;
-  const fs::path home = scratch.path() / "wf";
-  const std::string quorva =
-      shell_quote(QUORVA_BINARY) + " --home " + shell_quote(home.string()) + " ";
-  ASSERT_EQ(run_command(shell_quote(QUORVA_BINARY) + " init " + shell_quote(home.string())).status,
-            0);
-  const std::string folder = (home / "programs").string();
-  const struct {
-    std::string args;
-    int status;
-    std::string says;
-  } steps[] = {
-      {"user set ip=192.0.2.10", 1, "You have not inserted all the required fields!!"},
-      {"user set ip=192.0.2.10 library=USER01.SOURCE user=USER01 password=SECRET1 "
-       "'name=Mario Rossi' company=Esempio folder=relative",
-       1, "You must insert the folder as the following example :/home/user/programs/"},
-      {"--no user set ip=192.0.2.10 library=USER01.SOURCE user=USER01 password=SECRET1 "
-       "'name=Mario Rossi' company=Esempio folder=" +
-           shell_quote(folder + "/new"),
-       1, "Remember that you have to specify an Existing Directory"},
-      {"user set ip=192.0.2.10 library=USER01.SOURCE user=USER01 password=SECRET1 "
-       "'name=Mario Rossi' company=Esempio folder=" +
-           shell_quote(folder),
-       0, ""},
-      {"user show", 0,
-       "pswtso          (password) : ********\ntsouser         (user)     : USER01"},
-      {"user show", 0, "(folder)   : " + folder + "/\n"},
-      {"options set cobol-break=250 descr-break=default", 0, "for COBOL must be within"},
-      {"options set template=Missing.txt tips=OFF", 1, "is invalid, or not .TXT"},
-      {"options set tips=maybe", 1, "must be ON or OFF"},
-      {"options show", 0, "(cobol-break, 60-200)      : 200"},
-  };
-  for (const auto& step : steps) {
-    test::CommandResult r = run_command(quorva + step.args);
-    EXPECT_EQ(r.status, step.status) << step.args << "\n" << r.output;
-    EXPECT_NE(r.output.find(step.says), std::string::npos) << step.args << "\n" << r.output;
-    EXPECT_EQ(r.output.find("SECRET1"), std::string::npos) << step.args;
-  }
-  EXPECT_EQ(read_text(home / "Resource" / "User.dat"),
+  QuorvaHome home;
+  const std::string folder = (home.path / "programs").string();
+  const std::string user =
+      "user set ip=192.0.2.10 library=USER01.SOURCE user=USER01 "
+      "password=SECRET1 'name=Mario Rossi' company=Esempio folder=";
+  const std::string outputs = expect_steps(
+      &home, {{"user set ip=192.0.2.10", 1, "You have not inserted all the required fields!!"},
+              {user + "relative", 1, "must insert the folder as the following example"},
+              {"--no " + user + shell_quote(folder + "/new"), 1, "you have to specify an Existing"},
+              {user + shell_quote(folder), 0, ""},
+              {"user show", 0,
+               "pswtso          (password) : ********\ntsouser         (user)     : USER01"},
+              {"user show", 0, "(folder)   : " + folder + "/\n"},
+              {"options set cobol-break=250 descr-break=default", 0, "for COBOL must be within"},
+              {"options set template=Missing.txt tips=OFF", 1, "is invalid, or not .TXT"},
+              {"options set tips=maybe", 1, "must be ON or OFF"},
+              {"options show", 0, "(cobol-break, 60-200)      : 200"}});
+  EXPECT_EQ(outputs.find("SECRET1"), std::string::npos);
+  EXPECT_EQ(read_text(home.path / "Resource/User.dat"),
             "ipaddress=192.0.2.10\ntsolibrary=USER01.SOURCE\nsourcedirectory=" + folder +
                 "/\npswtso=SECRET1\ntsouser=USER01\nnomecognome=Mario Rossi\nsocieta=Esempio\n");
-  const std::string config = read_text(home / "Resource" / "QVconfig.ini");
-  EXPECT_NE(config.find("COBOL_BREAK_POINT=200\n"), std::string::npos);
+  const std::string config = read_text(home.path / "Resource/QVconfig.ini");
   EXPECT_NE(config.find("TIPS_AND_TRICKS=ON\n"), std::string::npos);
 }
 
+TEST(CommandLine, InitAndInstallationStatuses) {
+  TempWorkingFolder scratch;
+  const std::string dir = shell_quote((scratch.path() / "wf").string());
+  const std::string missing = shell_quote((scratch.path() / "wf-missing").string());
+  expect_steps(nullptr, {{"--version", 0, "quorva "},
+                         {"--help", 0, "init"},
+                         {"", 2, "subcommand"},
+                         {"init " + dir, 0, "Working folder ready"},
+                         {"init " + dir, 1, "already exists"},
+                         {"init --force " + dir, 0, "Working folder ready"},
+                         {"--home " + missing + " init --help", 0, "DIR"},
+                         {"--home " + missing + " program show", 2, "isn't correctly installed"},
+                         {"--yes --no init x", 2, "excludes"},
+                         {"nonsense", 2, "subcommand"}});
+  EXPECT_TRUE(std::filesystem::exists(scratch.path() / "wf/Resource/User.dat"));
+}
+
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

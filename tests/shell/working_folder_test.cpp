@@ -10,34 +10,22 @@
 
 namespace fs = std::filesystem;
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::TempWorkingFolder;
-using test::write_text;
-
-class EnvGuard {
- public:
-  explicit EnvGuard(const char* name) : name_(name) {
-    if (const char* v = std::getenv(name)) old_ = v;
+// Sets an environment variable for the rest of the test, then restores it.
+struct ScopedEnv {
+  ScopedEnv(const char* name, const std::string& value) : name(name) {
+    if (const char* was = std::getenv(name)) old = was;
+    ::setenv(name, value.c_str(), 1);
   }
-  ~EnvGuard() {
-    if (old_)
-      ::setenv(name_, old_->c_str(), 1);
-    else
-      ::unsetenv(name_);
-  }
-
- private:
-  const char* name_;
-  std::optional<std::string> old_;
+  ~ScopedEnv() { old ? ::setenv(name, old->c_str(), 1) : ::unsetenv(name); }
+  const char* name;
+  std::optional<std::string> old;
 };
 
 TEST(WorkingFolder, ChoiceOrder) {
-  EnvGuard home("QUORVA_HOME"), xdg("XDG_DATA_HOME");
-  ::setenv("QUORVA_HOME", "/from/env", 1);
-  ::setenv("XDG_DATA_HOME", "/xdg", 1);
+  ScopedEnv home("QUORVA_HOME", "/from/env"), xdg("XDG_DATA_HOME", "/xdg");
   EXPECT_EQ(choose_home(std::string("/from/option")).folder, "/from/option");
   EXPECT_EQ(choose_home(std::nullopt).folder, "/from/env");
   EXPECT_EQ(choose_home(std::nullopt).source, HomeSource::kEnvironment);
@@ -46,45 +34,39 @@ TEST(WorkingFolder, ChoiceOrder) {
   EXPECT_EQ(choose_home(std::nullopt).source, HomeSource::kDefault);
 }
 
-TEST(WorkingFolder, InitWritesSkeletonAndSourceFolder) {
+TEST(WorkingFolder, InitWritesSkeletonAndRefusesAnExistingFolderUnlessForced) {
   TempWorkingFolder scratch;
   fs::path dir = scratch.path() / "home";
   ASSERT_TRUE(init_working_folder(dir, false).ok);
   EXPECT_TRUE(fs::is_directory(dir / "temp" / "default"));
-  EXPECT_TRUE(fs::is_directory(dir / "programs"));
   const std::string config = (dir / "Resource" / "QVconfig.ini").string();
   EXPECT_EQ(Leggi_tag(config, false, "target_language"), "ENG");
   EXPECT_EQ(Leggi_tag_int(config, false, "COBOL_BREAK_POINT"), 72);
   EXPECT_FALSE(Leggi_tag(config, false, "ALTERNATIVE_QUORMEM_FILE"));
   const std::string user = (dir / "Resource" / "User.dat").string();
   EXPECT_EQ(Leggi_tag(user, false, "sourcedirectory"), (dir / "programs").string() + "/");
+  EXPECT_TRUE(fs::is_directory(dir / "programs"));
   struct stat info {};
   ASSERT_EQ(::stat(user.c_str(), &info), 0);
   EXPECT_EQ(info.st_mode & 0777, 0600u);
-}
 
-TEST(WorkingFolder, InitRefusesAnExistingFolderUnlessForced) {
-  TempWorkingFolder scratch;
-  fs::path dir = scratch.path() / "home";
-  ASSERT_TRUE(init_working_folder(dir, false).ok);
-  write_text(dir / "Resource" / "QVconfig.ini", "target_language=ITA\n");
+  write_text(config, "target_language=ITA\n");
   write_text(dir / "temp" / "Parbase.dat", "nomeprogr=MINE\n");
-  write_text(dir / "Resource" / "User.dat", "username=ME\n");
+  write_text(user, "username=ME\n");
   FolderResult again = init_working_folder(dir, false);
   EXPECT_FALSE(again.ok);
   EXPECT_NE(again.message.find("already exists"), std::string::npos);
-  EXPECT_EQ(read_text(dir / "Resource" / "QVconfig.ini"), "target_language=ITA\n");
+  EXPECT_EQ(read_text(config), "target_language=ITA\n");
   ASSERT_TRUE(init_working_folder(dir, true).ok);
-  EXPECT_NE(read_text(dir / "Resource" / "QVconfig.ini"), "target_language=ITA\n");
+  EXPECT_NE(read_text(config), "target_language=ITA\n");
   EXPECT_EQ(read_text(dir / "temp" / "Parbase.dat"), "nomeprogr=MINE\n");
-  EXPECT_EQ(read_text(dir / "Resource" / "User.dat"), "username=ME\n");
+  EXPECT_EQ(read_text(user), "username=ME\n");
 }
 
 TEST(WorkingFolder, EnteringChecksTheInstallation) {
   TempWorkingFolder scratch;
-  EnvGuard xdg("XDG_DATA_HOME");
   const fs::path base = scratch.path();
-  ::setenv("XDG_DATA_HOME", (base / "xdg").c_str(), 1);
+  ScopedEnv xdg("XDG_DATA_HOME", (base / "xdg").string());
   fs::create_directories(base / "bare");
   fs::create_directories(base / "named" / "Resource");
   const std::string english = "The program isn't correctly installed. Repeat the install again";
@@ -106,4 +88,4 @@ TEST(WorkingFolder, EnteringChecksTheInstallation) {
 }
 
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

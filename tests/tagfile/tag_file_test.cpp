@@ -2,29 +2,27 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <optional>
 #include <string>
 
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
+#include "tagfile/latin1.h"
+#include "tagfile/log.h"
+#include "tagfile/messages.h"
 
-namespace quorva {
+namespace quorva::test {
 namespace {
 
-using test::read_text;
-using test::RecordingUi;
-using test::TempWorkingFolder;
-using test::write_text;
+class TagFile : public FolderTest {};
 
 struct ReadCase {
-  const char* name;
-  const char* contents;
-  const char* tag;
+  const char *name, *contents, *tag;
   std::optional<std::string> expected;
 };
 
-TEST(TagFile, ReadsFirstExactMatch) {
-  TempWorkingFolder folder;
+TEST_F(TagFile, ReadsFirstExactMatch) {
   const ReadCase cases[] = {
       {"duplicate tag gives first", "A=1\nA=2\n", "A", "1"},
       {"blank before equals, other case, longer name", "ABC=x\nAB =x\nab=x\n", "AB", std::nullopt},
@@ -35,7 +33,6 @@ TEST(TagFile, ReadsFirstExactMatch) {
       {"last line without newline", "X=1\nA=last", "A", "last"},
       {"carriage return before newline dropped", "A=dos\r\nB=2\r\n", "A", "dos"},
       {"lone carriage return at end kept", "A=x\r", "A", "x\r"},
-      {"blanks around value kept", "A=  v  \n", "A", "  v  "},
       {"comment and blank lines ignored", "\n# note\nA=1\n", "A", "1"},
   };
   for (const ReadCase& c : cases) {
@@ -44,8 +41,7 @@ TEST(TagFile, ReadsFirstExactMatch) {
   }
 }
 
-TEST(TagFile, IntegerAndSwitchConversions) {
-  TempWorkingFolder folder;
+TEST_F(TagFile, IntegerAndSwitchConversions) {
   write_text(
       "t.dat",
       "on=on\nON=ON\nOn=On\noff=off\nOFF=OFF\nnum=12abc\nneg=-7\nword=abc\nbig=99999999999\n");
@@ -66,9 +62,7 @@ TEST(TagFile, IntegerAndSwitchConversions) {
   }
 }
 
-TEST(TagFile, ReadFailuresShowTheirOwnMessages) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(TagFile, ReadFailuresShowTheirOwnMessages) {
   write_text("t.dat", "A=\n");
   EXPECT_FALSE(Leggi_tag("none.dat", true, "A"));
   EXPECT_FALSE(Leggi_tag("t.dat", true, "A"));
@@ -83,27 +77,22 @@ TEST(TagFile, ReadFailuresShowTheirOwnMessages) {
       "WARNING, the Tag (A) cannot be found inside the file :t.dat",
       "ATTENZIONE, impossibile aprire il file:none.dat",
   };
-  EXPECT_EQ(ui.messages, expected);
+  EXPECT_EQ(ui_.messages, expected);
 }
 
-TEST(TagFile, MessagesFollowTheConfiguredLanguage) {
-  for (const char* language : {"eng", "ENG ", "ITA"}) {
-    TempWorkingFolder folder(language);
-    RecordingUi ui;
-    Leggi_tag("none.dat", true, "A");
-    ASSERT_EQ(ui.messages.size(), 1u);
-    EXPECT_EQ(ui.messages[0], "ATTENZIONE, impossibile aprire il file:none.dat") << language;
-  }
+// Which values mean English is pinned with the log; here, that reading follows it.
+TEST_F(TagFile, MessagesFollowTheConfiguredLanguage) {
+  write_text("Resource/QVconfig.ini", "target_language=ITA\n");
+  Leggi_tag("none.dat", true, "A");
+  EXPECT_EQ(ui_.messages,
+            std::vector<std::string>{"ATTENZIONE, impossibile aprire il file:none.dat"});
 }
 
 struct RewriteCase {
-  const char* name;
-  const char* before;
-  const char* after;
+  const char *name, *before, *after;
 };
 
-TEST(TagFile, ModifyChangesEveryLineAndDropsBlankLines) {
-  TempWorkingFolder folder;
+TEST_F(TagFile, ModifyChangesEveryLineAndDropsBlankLines) {
   const RewriteCase cases[] = {
       {"all matching lines", "A=1\nB=x\nA=2\n", "A=3\nB=x\nA=3\n"},
       {"blank lines dropped", "\nB=x\n\n\nA=1\n\n", "B=x\nA=3\n"},
@@ -120,16 +109,13 @@ TEST(TagFile, ModifyChangesEveryLineAndDropsBlankLines) {
   EXPECT_EQ(read_text("t.dat"), "B=x\nA=new\n");
 }
 
-TEST(TagFile, ModifyNeverCreatesAMissingFile) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(TagFile, ModifyNeverCreatesAMissingFile) {
   Modifica_tag("none.dat", true, true, "A", "1");
   EXPECT_FALSE(Esiste_file("none.dat"));
-  EXPECT_EQ(ui.messages, std::vector<std::string>{"WARNING, I cannot open the filenone.dat"});
+  EXPECT_EQ(ui_.messages, std::vector<std::string>{"WARNING, I cannot open the filenone.dat"});
 }
 
-TEST(TagFile, DeleteKeepsBlankLinesAndGrowsOneAtTheEnd) {
-  TempWorkingFolder folder;
+TEST_F(TagFile, DeleteKeepsBlankLinesAndGrowsOneAtTheEnd) {
   const RewriteCase cases[] = {
       {"both lines removed", "A=1\nB=x\nA=2\n", "B=x\n\n"},
       {"blank lines kept", "\nA=1\n\nB=x\n", "\n\nB=x\n\n"},
@@ -149,8 +135,7 @@ TEST(TagFile, DeleteKeepsBlankLinesAndGrowsOneAtTheEnd) {
   EXPECT_EQ(read_text("t.dat"), "B=x\n\n\n");
 }
 
-TEST(TagFile, AppendNeverLooksForAnExistingLine) {
-  TempWorkingFolder folder;
+TEST_F(TagFile, AppendNeverLooksForAnExistingLine) {
   Appendi_tag("new.dat", false, "A", "1");
   Appendi_tag_int("new.dat", false, "A", -42);
   Appendi_tag("new.dat", false, "B", "");
@@ -158,12 +143,10 @@ TEST(TagFile, AppendNeverLooksForAnExistingLine) {
   EXPECT_EQ(Leggi_tag("new.dat", false, "A"), "1");
 }
 
-TEST(TagFile, AppendFailureIsShownAndLogged) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(TagFile, AppendFailureIsShownAndLogged) {
   Appendi_tag("nofolder/x.dat", true, "T", "v");
   Appendi_tag_int("nofolder/x.dat", true, "T", 5);
-  EXPECT_EQ(ui.messages,
+  EXPECT_EQ(ui_.messages,
             (std::vector<std::string>{"I cannot open the file...", "I cannot open the File..."}));
   EXPECT_EQ(read_text("error.log"),
             "\nERROR :Impossibile Aprire il file-99\nERROR :nomefile:nofolder/x.dat"
@@ -172,14 +155,10 @@ TEST(TagFile, AppendFailureIsShownAndLogged) {
             "\nERROR :str_tag:T\nERROR :stringa da appendere:5");
 }
 
-TEST(TagFile, CopyChecksInTheirOrder) {
-  TempWorkingFolder folder;
+TEST_F(TagFile, CopyChecksInTheirOrder) {
   write_text("src.dat", std::string("bin\0ary\r\n", 10));
   const struct {
-    const char* source;
-    const char* destination;
-    const char* message;
-    const char* log;
+    const char *source, *destination, *message, *log;
   } cases[] = {
       {"", "d.dat", "The Source file doesn't exists !!",
        "\nERROR :Impossibile copiare file - Sorgente inesistente - Source:"},
@@ -207,9 +186,7 @@ TEST(TagFile, CopyChecksInTheirOrder) {
   EXPECT_EQ(read_text("copy.dat"), read_text("src.dat"));
 }
 
-TEST(TagFile, WholeFileOperations) {
-  TempWorkingFolder folder;
-  RecordingUi ui;
+TEST_F(TagFile, WholeFileOperations) {
   write_text("full.dat", "A=1\n");
   Crea_file("full.dat", true);
   EXPECT_EQ(read_text("full.dat"), "");
@@ -219,16 +196,14 @@ TEST(TagFile, WholeFileOperations) {
   EXPECT_FALSE(Esiste_file("full.dat"));
   EXPECT_NE(Cancella_file("full.dat", true), 0);
   Crea_file("nofolder/x.dat", true);
-  EXPECT_EQ(ui.messages,
+  EXPECT_EQ(ui_.messages,
             (std::vector<std::string>{"I cannot delete the following file:\tfull.dat",
                                       "I failed to create the file:\tnofolder/x.dat"}));
 }
 
-TEST(TagFile, SpaceHelpers) {
+TEST_F(TagFile, SpaceHelpers) {
   const struct {
-    const char* in;
-    const char* trimmed;
-    const char* squeezed;
+    const char *in, *trimmed, *squeezed;
   } cases[] = {
       {"  a b  ", "a b", "ab"},
       {"   ", "   ", ""},
@@ -244,5 +219,92 @@ TEST(TagFile, SpaceHelpers) {
   }
 }
 
+TEST(ColumnReplace, KeepsLaterColumnsWhereItCan) {
+  const struct {
+    const char *line, *tag, *value, *expected;
+    bool result;
+  } cases[] = {
+      {"MOVE KEY TO  X", "KEY", "AB", "MOVE AB  TO  X", true},
+      {"MOVE KEY TO  X", "KEY", "XYZ", "MOVE XYZ TO  X", true},
+      {"MOVE KEY TO  X", "KEY", "ABCD", "MOVE ABCD TO X", true},
+      {"MOVE KEY TO  X", "KEY", "ABCDE", "MOVE ABCDE TO X", false},
+      {"MOVE KEY", "KEY", "A", "MOVE A", true},  // no blank after: the line stays shorter
+      {"<FILEIN1>  X", "<FILEIN1>", "IN", "IN         X", true},
+      {"A#B#C  ", "#", "12", "A12B12C ", false},  // the second occurrence finds no double blank
+      {"KK KK", "KK", "KKK", "KKK KKK", false},   // an inserted value is never searched again
+      {"same", "same", "same", "same", true},
+      {"a  b", " ", "", "a b", true},  // padding is never searched again
+      {"x    y", "  ", " ", "x   y", true},
+      {"text", "", "x", "text", true},
+      {"no tag here", "ZZ", "Y", "no tag here", true},
+  };
+  for (const auto& c : cases) {
+    std::string line = c.line;
+    EXPECT_EQ(Sostituisci_in_colonna(line, c.tag, c.value), c.result) << c.line << " " << c.value;
+    EXPECT_EQ(line, c.expected) << c.line << " " << c.value;
+  }
+}
+
+TEST(Latin1, RoundTripAndRefusals) {
+  TempWorkingFolder folder;
+  const struct {
+    std::string utf8;
+    std::optional<std::string> latin1;
+  } cases[] = {
+      {"PGM01", "PGM01"},
+      {"Citt\xC3\xA0 \xC3\x88", "Citt\xE0 \xC8"},
+      {"\xE2\x82\xAC", std::nullopt},  // the euro sign is not ISO-8859-1
+      {"\xC3", std::nullopt},          // cut sequence
+      {"\xA0", std::nullopt},          // stray continuation byte
+  };
+  for (const auto& c : cases) {
+    Latin1Result result = utf8_to_latin1(c.utf8);
+    EXPECT_EQ(result.text, c.latin1) << c.utf8;
+    EXPECT_EQ(result.message.empty(), c.latin1.has_value());
+    if (c.latin1) EXPECT_EQ(latin1_to_utf8(*c.latin1), c.utf8);
+  }
+}
+
+TEST(Log, EntriesHaveTheirByteLayout) {
+  TempWorkingFolder folder;
+  Crea_log(LogKind::kWarning);
+  Scrivi_log("The current Client Version is:", 7, LogKind::kWarning);
+  Scrivi_log_dettaglio("Tag:", "KEY", 0, 0, LogKind::kWarning);
+  Scrivi_log_dettaglio("one:", "x", kNoNumber, 5, LogKind::kWarning);
+  Scrivi_log_dettaglio("other:", "y", 4, kNoNumber, LogKind::kWarning);
+  Scrivi_log_dettaglio("nomefile:", "f", kNoNumber, kNoNumber, LogKind::kWarning);
+  EXPECT_EQ(read_text("warning.log"),
+            "Quorva - Warning Log :\nWARNING :The current Client Version is:7\nWARNING :Tag:KEY00"
+            "\nWARNING :one:x5\nWARNING :other:y4\nWARNING :nomefile:f");
+
+  Scrivi_log("a", kNoNumber, LogKind::kError);
+  Scrivi_log("b", kNoNumber, LogKind::kError);
+  EXPECT_EQ(read_text("error.log"), "\nERROR :a-99\nERROR :b-99");
+
+  Crea_log(LogKind::kWarning);
+  Crea_log(LogKind::kWarning);
+  EXPECT_EQ(read_text("warning.log"), "Quorva - Warning Log :");
+}
+
+TEST(Log, CallersFileGetsTheEntryWithoutMarkerAndIsClosed) {
+  TempWorkingFolder folder;
+  Scrivi_log("count:", 3, std::fopen("own.txt", "wb"));
+  Scrivi_log_dettaglio("name:", "v", 1, kNoNumber, std::fopen("own2.txt", "wb"));
+  EXPECT_EQ(read_text("own.txt"), "count:3");
+  EXPECT_EQ(read_text("own2.txt"), "name:v1");
+  Scrivi_log("lost", 1, static_cast<std::FILE*>(nullptr));
+}
+
+TEST(Log, LanguageIsExactlyEng) {
+  for (const auto& [value, english] :
+       {std::pair{"ENG", true}, {"eng", false}, {"ENG ", false}, {"", false}, {"ITA", false}}) {
+    TempWorkingFolder folder(value);
+    EXPECT_EQ(Lingua_inglese(), english) << '"' << value << '"';
+    EXPECT_EQ(bilingual("yes", "si"), english ? "yes" : "si");
+  }
+  TempWorkingFolder no_config("");
+  EXPECT_FALSE(Lingua_inglese());
+}
+
 }  // namespace
-}  // namespace quorva
+}  // namespace quorva::test

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include <filesystem>
 #include <span>
 #include <string>
@@ -131,6 +133,14 @@ TEST_F(CheckCobolTest, CleanProgramCompiles) {
   CheckReport report = check(kCobolProgram);
   EXPECT_TRUE(report.notes.empty());
   EXPECT_EQ(format_findings(report), "");
+  // The same member saved from an ISPF listing, every card numbered.
+  std::istringstream cards(kOrdersMember);
+  std::string numbered, card;
+  for (int n = 1; std::getline(cards, card); ++n)
+    numbered +=
+        std::string(6 - std::to_string(n).size(), '0') + std::to_string(n) + " " + card + "\n";
+  write_text("src/ORDERS.DCL", numbered);
+  EXPECT_EQ(format_findings(check(kCobolProgram)), "");
 }
 
 TEST_F(CheckCobolTest, UndefinedHostVariablesAreReportedOnTheirLines) {
@@ -184,6 +194,12 @@ TEST(StubPrecompileTest, SqlBlocksBecomeCobolLineForLine) {
       {{"      *    EXEC SQL COMMIT END-EXEC"}, {"      *    EXEC SQL COMMIT END-EXEC"}},
       {{"           EXEC SQL COMMIT", "           MOVE A TO B."},
        {"           EXEC SQL COMMIT", "           MOVE A TO B."}},
+      // Host variables only DB2 and IBM COBOL know get a stand-in the compiler reads.
+      {{"           10 RESUME   USAGE IS SQL TYPE IS CLOB(5K).",
+        "           10 ROW-ID   USAGE SQL TYPE IS ROWID.",
+        "           10 INOROUT  PIC G(1) USAGE DISPLAY-1."},
+       {"           10 RESUME   PIC X(8).", "           10 ROW-ID   PIC X(8).",
+        "           10 INOROUT  PIC X(1)."}},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.in[0]);

@@ -90,6 +90,10 @@ TEST_F(ColumnFile, HostNamingStyles) {
     EXPECT_EQ(naming.host_variable(c), k.expected) << k.text;
     EXPECT_EQ(format_host_naming(naming), k.formatted) << k.text;
   }
+  // As DCLGEN names them: a reserved word gets "1", unless a prefix makes it a new word.
+  const DclgenColumn status{"STATUS", "S9(4) COMP.", "", db2type::kSmallint, 0, 0};
+  EXPECT_EQ(parse_host_naming("|NAME").host_variable(status), "STATUS1");
+  EXPECT_EQ(parse_host_naming("ORD-|NAME").host_variable(status), "ORD-STATUS");
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ struct Db2Args {
   std::optional<std::string> cursor;
   std::optional<std::string> description;
   std::optional<std::string> include;
-  std::optional<std::string> library;
+  std::optional<std::string> member_library;
   std::optional<bool> autofill;
   std::optional<bool> auto_owner;
 };
@@ -53,8 +53,8 @@ int run_db2(AccessKind kind, Db2Args args) {
                      " in temp/Parbase.dat; modificalo con quorva program set).");
     return kFailed;
   }
-  for (auto* text :
-       {&args.owner, &args.table, &args.cursor, &args.description, &args.include, &args.library})
+  for (auto* text : {&args.owner, &args.table, &args.cursor, &args.description, &args.include,
+                     &args.member_library})
     if (!to_latin1(*text)) return kFailed;
   const bool easytrieve = Leggi_tag(kParbaseFile, false, "linguaggio").value_or("cobol") != "cobol";
   Db2Details panel = Db2Details::open(easytrieve, kind, count);
@@ -64,11 +64,11 @@ int run_db2(AccessKind kind, Db2Args args) {
   if (args.cursor && !panel.set_cursor(n, *args.cursor)) return kFailed;
   if (args.include && !panel.set_include(n, *args.include)) return kFailed;
   if (args.description && !panel.set_description(n, *args.description)) return kFailed;
-  if (args.library) panel.set_dclgen_library(*args.library);
+  if (args.member_library) panel.set_dclgen_library(*args.member_library);
   if (args.autofill) panel.set_autofill(*args.autofill);
   if (args.auto_owner) panel.set_auto_owner(*args.auto_owner);
   const bool changes = args.owner || args.table || args.cursor || args.include ||
-                       args.description || args.library || args.autofill || args.auto_owner;
+                       args.description || args.member_library || args.autofill || args.auto_owner;
   if (changes && !panel.confirm()) return kFailed;
   const Db2Row& row = panel.row(n);
   std::cout << latin1_to_utf8(panel.heading()) << " " << n << '\n'
@@ -106,7 +106,7 @@ void add_db2_commands(CLI::App& app, Cli& cli) {
     cmd->add_option("--include", args->include,
                     "INCLUDE: DCLGEN member (at most 8 characters), MEMBER.DCL in the source "
                     "folder");
-    cmd->add_option("--library", args->library, "Host library of the DCLGEN members");
+    cmd->add_option("--library", args->member_library, "Host library of the DCLGEN members");
     cmd->add_option("--autofill", args->autofill,
                     "on|off: fill empty OWNERs and TABLE NAMEs from the DCLGEN members")
         ->transform(CLI::CheckedTransformer(

@@ -30,4 +30,11 @@ struct Cli {
   void run_in_working_folder(const std::function<int()>& command);
 };
 
+/// The files' single-byte text for what the person typed (UTF-8); a character outside
+/// ISO-8859-1 shows the refusal and gives nothing.
+std::optional<std::string> typed_text(const std::string& utf8);
+
+/// `typed_text` in place for an option that may be absent; false when refused.
+bool to_latin1(std::optional<std::string>& text);
+
 }  // namespace quorva::cli

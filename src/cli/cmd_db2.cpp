@@ -27,17 +27,6 @@ struct Db2Args {
   std::optional<bool> auto_owner;
 };
 
-bool to_latin1(std::optional<std::string>& text) {
-  if (!text) return true;
-  Latin1Result converted = utf8_to_latin1(*text);
-  if (!converted.text) {
-    Mostra_popup(converted.message);
-    return false;
-  }
-  text = converted.text;
-  return true;
-}
-
 int run_db2(AccessKind kind, Db2Args args) {
   const char* word = access_word(kind);
   std::string tag = word;

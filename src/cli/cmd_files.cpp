@@ -23,18 +23,6 @@ struct FileArgs {
   bool no_excel = false;
 };
 
-// Converts the given option to the files' single-byte text; false when refused.
-bool to_latin1(std::optional<std::string>& text) {
-  if (!text) return true;
-  Latin1Result converted = utf8_to_latin1(*text);
-  if (!converted.text) {
-    Mostra_popup(converted.message);
-    return false;
-  }
-  text = converted.text;
-  return true;
-}
-
 int run_files(FileKind kind, FileArgs args) {
   const char* count_tags[] = {"filein", "fileout", "report"};
   const char* names_en[] = {"input files", "output files", "reports"};

@@ -86,12 +86,9 @@ int set_options(const std::vector<std::string>& assignments) {
               assignment);
       return kUsage;
     }
-    Latin1Result converted = utf8_to_latin1(assignment.substr(equals + 1));
-    if (!converted.text) {
-      Mostra_popup(converted.message);
-      return kFailed;
-    }
-    const std::string& value = *converted.text;
+    const std::optional<std::string> converted = typed_text(assignment.substr(equals + 1));
+    if (!converted) return kFailed;
+    const std::string& value = *converted;
     const bool reset = value == "default";
     std::optional<bool> flag = on_off(value);
     switch (option->second) {

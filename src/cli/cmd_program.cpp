@@ -119,12 +119,9 @@ int set_program(const std::vector<std::string>& assignments) {
                  assignment);
       return kUsage;
     }
-    Latin1Result value = utf8_to_latin1(assignment.substr(equals + 1));
-    if (!value.text) {
-      Mostra_popup(value.message);
-      return kFailed;
-    }
-    changes.push_back({spec->second, key, *value.text});
+    const std::optional<std::string> value = typed_text(assignment.substr(equals + 1));
+    if (!value) return kFailed;
+    changes.push_back({spec->second, key, *value});
   }
   // The language first: its rules decide what the other fields may take.
   std::stable_partition(changes.begin(), changes.end(),

@@ -55,12 +55,9 @@ int set_user(const std::vector<std::string>& assignments) {
     std::string typed = assignment.substr(equals + 1);
     // "password=-" reads it from the standard input, out of the process list.
     if (field->second == UserField::kPassword && typed == "-") std::getline(std::cin, typed);
-    Latin1Result value = utf8_to_latin1(typed);
-    if (!value.text) {
-      Mostra_popup(value.message);
-      return kFailed;
-    }
-    const std::string& text = *value.text;
+    const std::optional<std::string> value = typed_text(typed);
+    if (!value) return kFailed;
+    const std::string& text = *value;
     switch (field->second) {
       case UserField::kIp:
         panel.set_ip_address(text);

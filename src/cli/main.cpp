@@ -5,6 +5,8 @@
 #include "cli/cli.h"
 #include "cli/commands.h"
 #include "shell/working_folder.h"
+#include "tagfile/latin1.h"
+#include "tagfile/messages.h"
 
 namespace quorva::cli {
 
@@ -19,6 +21,18 @@ void Cli::run_in_working_folder(const std::function<int()>& command) {
   if (answer_no) ui.set_answer(false);
   ScopedUserInterface port(ui);
   exit_code = command();
+}
+
+std::optional<std::string> typed_text(const std::string& utf8) {
+  Latin1Result converted = utf8_to_latin1(utf8);
+  if (!converted.text) Mostra_popup(converted.message);
+  return converted.text;
+}
+
+bool to_latin1(std::optional<std::string>& text) {
+  if (!text) return true;
+  text = typed_text(*text);
+  return text.has_value();
 }
 
 }  // namespace quorva::cli

@@ -12,7 +12,7 @@
 
 #include "engine/column_file.h"
 #include "engine/generator.h"
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace fs = std::filesystem;
 using namespace quorva;

@@ -11,7 +11,7 @@
 
 #include "engine/generator.h"
 #include "engine/template_loader.h"
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace {
 

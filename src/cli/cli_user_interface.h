@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace quorva::cli {
 

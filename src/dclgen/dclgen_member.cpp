@@ -66,8 +66,7 @@ std::optional<std::string> read_kept_description(const std::string& path, char l
 bool write_kept_description(const std::string& path, char letter, const std::string& text) {
   if (text.find_first_of("\r\n") != std::string::npos) return false;
   if (!Esiste_file(path)) return false;
-  Modifica_tag(path, false, true, kept_description_tag(letter), text);
-  return true;
+  return Modifica_tag(path, false, true, kept_description_tag(letter), text).ok();
 }
 
 }  // namespace quorva

@@ -14,7 +14,7 @@
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace quorva {
 namespace {
@@ -99,7 +99,7 @@ GenerationResult Generator::go() {
   // The licence check always passes (free software); the use counter still rises.
   const int uses_before = std::max(0, Leggi_tag_int(kConfigFile, false, "QVjoined"));
   const int uses = uses_before + 1;
-  Modifica_tag(kConfigFile, false, true, "QVjoined", std::to_string(uses));
+  if (!Modifica_tag(kConfigFile, true, true, "QVjoined", std::to_string(uses))) return result;
 
   ui().set_status(bilingual("Pseudo-Code Allocating in Progress...\r\n \r\n \r\n",
                             "Preallocazione Pseudo-Codice in corso...\r\n \r\n \r\n"));

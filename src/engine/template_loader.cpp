@@ -106,7 +106,9 @@ bool preallocate(const std::string& template_name, int declared, LoadedTemplate&
   const int read = static_cast<int>(lines.size());
   if (read == declared) return true;
   warn_size(template_name, read, declared);
-  Modifica_tag(template_name, true, false, "numlines", std::to_string(read));
+  // The count is corrected for the next run (a failure is shown); this run goes on with the
+  // lines it read.
+  (void)Modifica_tag(template_name, true, false, "numlines", std::to_string(read));
   return true;
 }
 

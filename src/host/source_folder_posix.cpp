@@ -1,4 +1,3 @@
-#ifndef _WIN32
 #include <sys/stat.h>
 
 #include "host/user_data.h"
@@ -19,4 +18,3 @@ void restrict_to_owner(const std::string& file) {
 }
 
 }  // namespace quorva
-#endif

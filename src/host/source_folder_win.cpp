@@ -1,4 +1,3 @@
-#ifdef _WIN32
 #include "host/user_data.h"
 
 namespace quorva {
@@ -15,4 +14,3 @@ const char* source_folder_example() {
 void restrict_to_owner(const std::string&) {}
 
 }  // namespace quorva
-#endif

@@ -5,7 +5,7 @@
 
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace fs = std::filesystem;
 
@@ -198,9 +198,22 @@ bool UserDataPanel::save() {
       return false;
     }
   }
-  Cancella_file(kUserDataFile, false);
-  Crea_file(kUserDataFile, false);
-  if (!Esiste_file(kUserDataFile)) {
+  constexpr const char* kTags[] = {"ipaddress", "tsolibrary",  "sourcedirectory", "pswtso",
+                                   "tsouser",   "nomecognome", "societa"};
+  std::string text;
+  for (int i = 0; i < 7; ++i) {
+    if (!valid_tag_value(true, kTags[i], values[i])) return false;
+    append_tag_line(text, kTags[i], values[i]);
+  }
+  // The file holds the host password: it is made owner-only before the password reaches
+  // it, and the replacement keeps that.
+  Status written;
+  if (!Esiste_file(kUserDataFile)) written = Crea_file(kUserDataFile, false);
+  if (written) {
+    restrict_to_owner(kUserDataFile);
+    written = Scrivi_file(kUserDataFile, false, text);
+  }
+  if (!written) {
     Mostra_popup(bilingual(" I cannot open the Configuration File ",
                            " Impossibile Aprire file di Configurazione ") +
                  kUserDataFile +
@@ -209,11 +222,6 @@ bool UserDataPanel::save() {
                            "del file..."));
     return false;
   }
-  // The file holds the host password.
-  restrict_to_owner(kUserDataFile);
-  constexpr const char* kTags[] = {"ipaddress", "tsolibrary",  "sourcedirectory", "pswtso",
-                                   "tsouser",   "nomecognome", "societa"};
-  for (int i = 0; i < 7; ++i) Appendi_tag(kUserDataFile, false, kTags[i], values[i]);
   return true;
 }
 

@@ -196,39 +196,39 @@ bool BaseParameters::confirm() const {
                  "Attenzione!! Non hai scelto il tipo di Codice!");
     return false;
   }
-  write(kParbaseFile);
-  return true;
+  return write(kParbaseFile).ok();
 }
 
-void BaseParameters::write(const std::string& destination) const {
+Status BaseParameters::write(const std::string& destination) const {
   if (destination.empty()) {
     Scrivi_log("Impossibile scrivere Parametri - Dest file a NULL:", kNoNumber, LogKind::kError);
-    return;
+    return Status::failure("Impossibile scrivere Parametri - Dest file a NULL");
   }
   auto on_off = [this](Switch s) { return switch_on(s) ? "on" : "off"; };
+  std::string text;
   auto put_count = [&](Count c) {
-    Appendi_tag_int(destination, false, count_tag(c), std::max(count(c), 0));
+    append_tag_line(text, count_tag(c), std::to_string(std::max(count(c), 0)));
   };
 
-  Cancella_file(destination, false);
-  Appendi_tag(destination, false, "nomeprogr", name_);
+  append_tag_line(text, "nomeprogr", name_);
   if (language_ != ProgramLanguage::kNone)
-    Appendi_tag(destination, false, "linguaggio", language_word(language_));
-  if (kind_) Appendi_tag(destination, false, "tipoprogr", kind_word(*kind_));
+    append_tag_line(text, "linguaggio", language_word(language_));
+  if (kind_) append_tag_line(text, "tipoprogr", kind_word(*kind_));
   for (Switch s : {Switch::kConstants, Switch::kThru, Switch::kBuffering, Switch::kStream,
                    Switch::kComments, Switch::kJcl})
-    Appendi_tag(destination, false, switch_tag(s), on_off(s));
+    append_tag_line(text, switch_tag(s), on_off(s));
   for (Count c : {Count::kFilein, Count::kFileout, Count::kReport, Count::kSelect, Count::kFetch,
                   Count::kUpdate, Count::kInsert, Count::kDelete})
     put_count(c);
-  Appendi_tag(destination, false, switch_tag(Switch::kRollback), on_off(Switch::kRollback));
-  Appendi_tag(destination, false, switch_tag(Switch::kCommit), on_off(Switch::kCommit));
+  append_tag_line(text, switch_tag(Switch::kRollback), on_off(Switch::kRollback));
+  append_tag_line(text, switch_tag(Switch::kCommit), on_off(Switch::kCommit));
   put_count(Count::kParameters);
 
   std::vector<std::string> lines = description_lines();
   if (lines.empty()) lines.push_back(kEmptyDescription);
   for (std::size_t n = 0; n < lines.size(); ++n)
-    Appendi_tag(destination, false, "descprogr" + std::to_string(n), lines[n]);
+    append_tag_line(text, "descprogr" + std::to_string(n), lines[n]);
+  return Scrivi_file(destination, true, text);
 }
 
 }  // namespace quorva

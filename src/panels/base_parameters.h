@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "port/status.h"
+
 namespace quorva {
 
 constexpr const char* kParbaseFile = "temp/Parbase.dat";
@@ -79,8 +81,8 @@ class BaseParameters {
   /// OK: checks name and language (message and false, nothing written) then writes
   /// temp/Parbase.dat.
   bool confirm() const;
-  /// Writes the state to `destination`: the file is deleted, then the tags are appended.
-  void write(const std::string& destination) const;
+  /// Writes the state to `destination`, replacing the file whole.
+  Status write(const std::string& destination) const;
 
  private:
   void apply_language_rules();

@@ -3,7 +3,7 @@
 #include "panels/base_parameters.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace quorva {
 namespace {

@@ -216,10 +216,10 @@ bool ColumnSelection::ok() {
   if (kind_ != AccessKind::kDelete) {
     std::string key = level01_key(kind_, access_);
     if (structure_name.empty()) {
-      Cancella_tag(kKey2Value, false, key);
+      if (Esiste_file(kKey2Value) && !Cancella_tag(kKey2Value, true, key)) return false;
     } else {
-      if (!Esiste_file(kKey2Value)) Crea_file(kKey2Value, false);
-      Modifica_tag(kKey2Value, false, true, key, structure_name);
+      if (!Esiste_file(kKey2Value) && !Crea_file(kKey2Value, true)) return false;
+      if (!Modifica_tag(kKey2Value, true, true, key, structure_name)) return false;
     }
   }
   return true;

@@ -6,10 +6,11 @@
 #include "dclgen/dclgen_member.h"
 #include "panels/file_details.h"
 #include "panels/row_field.h"
+#include "tagfile/folder_lock.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace quorva {
 namespace {
@@ -39,17 +40,16 @@ bool transfer_check() {
 
 }  // namespace
 
-void MydetailDb2(AccessKind kind, bool filled, const std::string& prefix,
-                 const std::optional<std::string>& text, int row) {
+Status MydetailDb2(AccessKind kind, bool filled, const std::string& prefix,
+                   const std::optional<std::string>& text, int row) {
   if (filled && !text) {
     Scrivi_log("MydetailDb2 - _scrivi parse owner:Valore non valido a Null", row, LogKind::kError);
-    return;
+    return Status::failure("Valore non valido a Null");
   }
   const std::string name = key(prefix.c_str(), row, kind);
   if (filled)
-    Modifica_tag(kKey2ValueFile, true, true, name, *text);
-  else
-    Cancella_tag(kKey2ValueFile, false, name);
+    return Modifica_tag(kKey2ValueFile, true, true, name, *text);
+  return Cancella_tag(kKey2ValueFile, true, name);
 }
 
 std::string Db2Details::member_path(const std::string& include) {
@@ -160,7 +160,7 @@ bool Db2Details::cancel() const {
 
 bool Db2Details::confirm() {
   if (!transfer_check()) return false;
-  Cancella_file(kTransferMark, false);
+  if (!remove_if_present(kTransferMark, true)) return false;
   if (has_duplicate_cursor() &&
       ui().ask_yes_no(bilingual("Internal check", "Check interno"),
                       bilingual("You have used the same name for more than 1 cursor...\nWould "
@@ -168,34 +168,41 @@ bool Db2Details::confirm() {
                                 "Hai usato lo stesso nome per piu' di 1 cursore...\nVuoi "
                                 "correggerli adesso?")))
     return false;
+  FolderLock lock;
+  if (!lock.held()) return false;
+  Status written;
   if (!dclgen_library_.empty())
-    Modifica_tag(kConfig, true, true, "download_dclgen_lib", dclgen_library_);
-  Modifica_tag(kConfig, true, true, "Autofill_db2", autofill_ ? "ON" : "OFF");
-  Modifica_tag(kConfig, true, true, "AutoOwner_db2", auto_owner_ ? "ON" : "OFF");
+    written &= Modifica_tag(kConfig, true, true, "download_dclgen_lib", dclgen_library_);
+  written &= Modifica_tag(kConfig, true, true, "Autofill_db2", autofill_ ? "ON" : "OFF");
+  written &= Modifica_tag(kConfig, true, true, "AutoOwner_db2", auto_owner_ ? "ON" : "OFF");
+  if (!written) return false;
   if (autofill_) fill_from_dclgen();
   if (auto_owner_) copy_first_owner();
-  write_rows();
+  if (!write_rows()) return false;
   if (keep_descriptions_enabled()) keep_descriptions();
   return true;
 }
 
-void Db2Details::write_rows() const {
-  if (!Esiste_file(kKey2ValueFile)) Crea_file(kKey2ValueFile, true);
+Status Db2Details::write_rows() const {
+  if (!Esiste_file(kKey2ValueFile))
+    if (Status s = Crea_file(kKey2ValueFile, true); !s) return s;
   for (int n = 1; n <= count_; ++n) {
     const Db2Row& row = rows_[n - 1];
-    MydetailDb2(kind_, !row.owner.empty(), "T-", row.owner, n);
-    MydetailDb2(kind_, !row.table.empty(), "TABEL-", row.table, n);
-    MydetailDb2(kind_, !row.cursor.empty(), "CURS-", row.cursor, n);
+    Status written = MydetailDb2(kind_, !row.owner.empty(), "T-", row.owner, n);
+    written &= MydetailDb2(kind_, !row.table.empty(), "TABEL-", row.table, n);
+    written &= MydetailDb2(kind_, !row.cursor.empty(), "CURS-", row.cursor, n);
     // LEV01- follows the member: it goes when the INCLUDE goes or names no host structure.
     std::string structure;
     if (!row.include.empty()) {
       if (std::optional<DclgenTableInfo> info = read_table_info(member_path(row.include)))
         structure = info->structure;
     }
-    MydetailDb2(kind_, !structure.empty(), "LEV01-", structure, n);
-    MydetailDb2(kind_, !row.include.empty(), "INCLU-", row.include, n);
-    MydetailDb2(kind_, !row.description.empty(), "DESCDB2-", row.description, n);
+    written &= MydetailDb2(kind_, !structure.empty(), "LEV01-", structure, n);
+    written &= MydetailDb2(kind_, !row.include.empty(), "INCLU-", row.include, n);
+    written &= MydetailDb2(kind_, !row.description.empty(), "DESCDB2-", row.description, n);
+    if (!written) return written;
   }
+  return {};
 }
 
 void Db2Details::keep_descriptions() const {

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "port/status.h"
+
 #include "engine/column_file.h"
 
 namespace quorva {
@@ -19,8 +21,8 @@ struct Db2Row {
 
 /// The `MydetailDb2` writer: prefix + row + kind letter set to `text` in temp/key2value.dat,
 /// or removed when the field is blank. "Filled" with no text is logged and writes nothing.
-void MydetailDb2(AccessKind kind, bool filled, const std::string& prefix,
-                 const std::optional<std::string>& text, int row);
+Status MydetailDb2(AccessKind kind, bool filled, const std::string& prefix,
+                   const std::optional<std::string>& text, int row);
 
 /// The Db2 Accesses Detail panel (WindowDetDB2) for one kind, rows 1 to count enabled.
 class Db2Details {
@@ -69,7 +71,7 @@ class Db2Details {
  private:
   bool field_allowed(int row, const std::string& text, std::size_t limit, const char* label) const;
   bool has_duplicate_cursor() const;
-  void write_rows() const;
+  Status write_rows() const;
   void keep_descriptions() const;
 
   bool easytrieve_ = false;

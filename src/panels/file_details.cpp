@@ -5,6 +5,7 @@
 #include "panels/row_field.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
+#include "tagfile/folder_lock.h"
 #include "tagfile/tag_file.h"
 
 namespace quorva {
@@ -18,11 +19,9 @@ std::string numbered(const char* prefix, int row) {
   return prefix + std::to_string(row);
 }
 
-void set_or_remove(bool filled, const std::string& key, const std::string& text) {
-  if (filled)
-    Modifica_tag(kKey2ValueFile, true, true, key, text);
-  else
-    Cancella_tag(kKey2ValueFile, false, key);
+Status set_or_remove(bool filled, const std::string& key, const std::string& text) {
+  if (filled) return Modifica_tag(kKey2ValueFile, true, true, key, text);
+  return Cancella_tag(kKey2ValueFile, true, key);
 }
 
 const char* description_prefix(FileKind kind) {
@@ -38,44 +37,44 @@ const char* name_prefix(FileKind kind) {
 
 namespace MydetailFile {
 
-void scrivi_nomefile(FileKind kind, bool filled, const std::optional<std::string>& text, int row) {
+Status scrivi_nomefile(FileKind kind, bool filled, const std::optional<std::string>& text,
+                       int row) {
   if (filled && !text) {
     Scrivi_log("MydetailFile - scrivi parse nomefile:Valore non valido a Null", row,
                LogKind::kError);
-    return;
+    return Status::failure("Valore non valido a Null");
   }
   const std::string value = filled ? *text : "";
   switch (kind) {
     case FileKind::kInput:
-      set_or_remove(filled, numbered("UIN", row), value);
-      set_or_remove(filled, numbered("FILEIN", row), value);
-      break;
+      if (Status s = set_or_remove(filled, numbered("UIN", row), value); !s) return s;
+      return set_or_remove(filled, numbered("FILEIN", row), value);
     case FileKind::kOutput:
-      set_or_remove(filled, numbered("UOUT", row), value);
-      set_or_remove(filled, numbered("FILEOUT", row), value);
-      break;
+      if (Status s = set_or_remove(filled, numbered("UOUT", row), value); !s) return s;
+      return set_or_remove(filled, numbered("FILEOUT", row), value);
     case FileKind::kReport:
-      set_or_remove(filled, numbered("STAMPA", row), value);
-      break;
+      return set_or_remove(filled, numbered("STAMPA", row), value);
   }
+  return {};
 }
 
-void scrivi_nometab(bool filled, const std::optional<std::string>& text, int row) {
+Status scrivi_nometab(bool filled, const std::optional<std::string>& text, int row) {
   if (filled && !text) {
     Scrivi_log("MydetailFile - scrivi parse nometab:Valore non valido a Null", row,
                LogKind::kError);
-    return;
+    return Status::failure("Valore non valido a Null");
   }
-  set_or_remove(filled, numbered("NOMTAB-", row), filled ? *text : "");
+  return set_or_remove(filled, numbered("NOMTAB-", row), filled ? *text : "");
 }
 
-void scrivi_descfile(FileKind kind, bool filled, const std::optional<std::string>& text, int row) {
+Status scrivi_descfile(FileKind kind, bool filled, const std::optional<std::string>& text,
+                       int row) {
   if (filled && !text) {
     Scrivi_log("MydetailFile - scrivi parse descfile:Valore non valido a Null", row,
                LogKind::kError);
-    return;
+    return Status::failure("Valore non valido a Null");
   }
-  set_or_remove(filled, numbered(description_prefix(kind), row), filled ? *text : "");
+  return set_or_remove(filled, numbered(description_prefix(kind), row), filled ? *text : "");
 }
 
 }  // namespace MydetailFile
@@ -171,17 +170,23 @@ int FileDetails::excel_rows() const {
   return highest;
 }
 
-void FileDetails::confirm() const {
-  if (!Esiste_file(kDetfilesFile)) Crea_file(kDetfilesFile, true);
-  if (!Esiste_file(kKey2ValueFile)) Crea_file(kKey2ValueFile, true);
+Status FileDetails::confirm() const {
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
+  if (!Esiste_file(kDetfilesFile))
+    if (Status s = Crea_file(kDetfilesFile, true); !s) return s;
+  if (!Esiste_file(kKey2ValueFile))
+    if (Status s = Crea_file(kKey2ValueFile, true); !s) return s;
   for (int n = 1; n <= count_; ++n) {
     const FileRow& row = rows_[n - 1];
-    MydetailFile::scrivi_nomefile(kind_, !row.name.empty(), row.name, n);
-    MydetailFile::scrivi_nometab(!row.report_name.empty(), row.report_name, n);
-    MydetailFile::scrivi_descfile(kind_, !row.description.empty(), row.description, n);
+    Status written = MydetailFile::scrivi_nomefile(kind_, !row.name.empty(), row.name, n);
+    written &= MydetailFile::scrivi_nometab(!row.report_name.empty(), row.report_name, n);
+    written &= MydetailFile::scrivi_descfile(kind_, !row.description.empty(), row.description, n);
+    if (!written) return written;
   }
   if (kind_ == FileKind::kOutput)
-    Modifica_tag(kDetfilesFile, true, true, "fileout_excel", std::to_string(excel_rows()));
+    return Modifica_tag(kDetfilesFile, true, true, "fileout_excel", std::to_string(excel_rows()));
+  return {};
 }
 
 std::string FileDetails::quick_help() {

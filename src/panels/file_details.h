@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "port/status.h"
+
 namespace quorva {
 
 constexpr const char* kKey2ValueFile = "temp/key2value.dat";
@@ -24,9 +26,11 @@ struct FileRow {
 /// The `MydetailFile` writers: set the row's key(s) in temp/key2value.dat when the field is
 /// filled, remove them when blank. "Filled" with no text is logged and writes nothing.
 namespace MydetailFile {
-void scrivi_nomefile(FileKind kind, bool filled, const std::optional<std::string>& text, int row);
-void scrivi_nometab(bool filled, const std::optional<std::string>& text, int row);
-void scrivi_descfile(FileKind kind, bool filled, const std::optional<std::string>& text, int row);
+Status scrivi_nomefile(FileKind kind, bool filled, const std::optional<std::string>& text,
+                       int row);
+Status scrivi_nometab(bool filled, const std::optional<std::string>& text, int row);
+Status scrivi_descfile(FileKind kind, bool filled, const std::optional<std::string>& text,
+                       int row);
 }  // namespace MydetailFile
 
 /// The File Details panel (WindowDetFile) for one kind, with rows 1 to count enabled.
@@ -55,7 +59,7 @@ class FileDetails {
   void allow(int k);
 
   /// OK: writes every enabled row and, for output files, fileout_excel.
-  void confirm() const;
+  Status confirm() const;
   /// The highest row whose Excel box is checked, 0 if none.
   int excel_rows() const;
 

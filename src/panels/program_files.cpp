@@ -2,8 +2,9 @@
 
 #include "panels/base_parameters.h"
 #include "tagfile/messages.h"
+#include "tagfile/folder_lock.h"
 #include "tagfile/tag_file.h"
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace quorva {
 namespace {
@@ -39,10 +40,13 @@ bool new_program() {
                 "Attenzione!!! Tutte le informazioni sul programma corrente, sugli accessi Db2, "
                 "sui File e sul Codice Custom\n andranno PERSE..\n\nVuoi continuare ?"));
   if (!yes) return false;
-  for (const char* file : kDeleted) Cancella_file(file, false);
+  FolderLock lock;
+  if (!lock.held()) return false;
+  Status done;
+  for (const char* file : kDeleted) done &= remove_if_present(file, true);
   for (const char* name : kDefaults)
-    if (Esiste_file(kDefault + name)) Copia_file(true, kDefault + name, kTemp + name);
-  return true;
+    if (Esiste_file(kDefault + name)) done &= Copia_file(true, kDefault + name, kTemp + name);
+  return done.ok();
 }
 
 bool save_as_default(const BaseParameters& panel) {
@@ -55,16 +59,24 @@ bool save_as_default(const BaseParameters& panel) {
                 "sui File e sul Codice Custom\n saranno considerate come CONFIGURAZIONE INIZIALE "
                 "per i tuoi prossimi programmi..\n\nVuoi continuare ?"));
   if (!yes) return false;
-  for (const char* name : kDefaults) Cancella_file(kDefault + name, false);
+  FolderLock lock;
+  if (!lock.held()) return false;
+  Status done;
+  for (const char* name : kDefaults) {
+    const std::string source = kTemp + name;
+    if (std::string(name) != "Parbase.dat" && !Esiste_file(source))
+      done &= remove_if_present(kDefault + name, true);
+  }
   const std::string parbase = kDefault + "Parbase.dat";
-  panel.write(parbase);
-  if (!Leggi_tag(parbase, false, "nomeprogr"))
-    Modifica_tag(parbase, true, true, "nomeprogr", "PROGNAME");
+  done &= panel.write(parbase);
+  if (done && !Leggi_tag(parbase, false, "nomeprogr"))
+    done &= Modifica_tag(parbase, true, true, "nomeprogr", "PROGNAME");
   for (const char* name : kDefaults) {
     const std::string source = kTemp + name;
     if (std::string(name) != "Parbase.dat" && Esiste_file(source))
-      Copia_file(true, source, kDefault + name);
+      done &= Copia_file(true, source, kDefault + name);
   }
+  if (!done) return false;
   Mostra_popup(
       "DEFAULT CONFIGURATION saved!\nThis is Your new configuration for every further "
       "programs...",

@@ -6,8 +6,9 @@
 #include <filesystem>
 
 #include "tagfile/messages.h"
+#include "tagfile/folder_lock.h"
 #include "tagfile/tag_file.h"
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace fs = std::filesystem;
 
@@ -20,8 +21,8 @@ bool yes(const char* key) {
   return Leggi_tag_int(kConfig, false, key) > 0;
 }
 
-void store(const char* key, const std::string& value) {
-  Modifica_tag(kConfig, true, true, key, value);
+Status store(const char* key, const std::string& value) {
+  return Modifica_tag(kConfig, true, true, key, value);
 }
 
 // Clamps the typed value into the range, reporting a clamped one; returns what is stored.
@@ -164,19 +165,22 @@ bool AdvancedOptions::apply() {
     refused = true;
   }
 
-  store(kDescrBreakPoint.key, descr_break_point);
-  store(kEasytrieveBreakPoint.key, easytrieve_break_point);
-  store(kCobolBreakPoint.key, cobol_break_point);
-  store("TIPS_AND_TRICKS", tips_and_tricks ? "ON" : "OFF");
+  FolderLock lock;
+  if (!lock.held()) return false;
+  Status written = store(kDescrBreakPoint.key, descr_break_point);
+  written &= store(kEasytrieveBreakPoint.key, easytrieve_break_point);
+  written &= store(kCobolBreakPoint.key, cobol_break_point);
+  written &= store("TIPS_AND_TRICKS", tips_and_tricks ? "ON" : "OFF");
   if (template_changed && !refused) {
-    store("ALTERNATIVE_QUORMEM_FILE", alternative_template);
-    stored_template_ = alternative_template;
+    written &= store("ALTERNATIVE_QUORMEM_FILE", alternative_template);
+    if (written) stored_template_ = alternative_template;
   }
-  store("ENABLE_PASSWORD_ALERT", password_alert ? "ON" : "OFF");
-  if (!month_password_alert.empty()) store("MONTH_PASSWORD_ALERT", month_password_alert);
-  store("ENABLE_SAVE_DESCR_DB2", save_descr_db2 ? "ON" : "OFF");
-  store("ENABLE_COBOL_VARS_COMPRESSION", cobol_vars_compression ? "ON" : "OFF");
-  return !clamped && !refused;
+  written &= store("ENABLE_PASSWORD_ALERT", password_alert ? "ON" : "OFF");
+  if (!month_password_alert.empty())
+    written &= store("MONTH_PASSWORD_ALERT", month_password_alert);
+  written &= store("ENABLE_SAVE_DESCR_DB2", save_descr_db2 ? "ON" : "OFF");
+  written &= store("ENABLE_COBOL_VARS_COMPRESSION", cobol_vars_compression ? "ON" : "OFF");
+  return written && !clamped && !refused;
 }
 
 std::string AdvancedOptions::main_page_warning() {

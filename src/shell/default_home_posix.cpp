@@ -1,4 +1,3 @@
-#ifndef _WIN32
 #include <cstdlib>
 
 #include "shell/working_folder.h"
@@ -14,4 +13,3 @@ std::filesystem::path default_home() {
 }
 
 }  // namespace quorva
-#endif

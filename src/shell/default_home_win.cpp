@@ -1,4 +1,3 @@
-#ifdef _WIN32
 #include <windows.h>
 
 #include "shell/working_folder.h"
@@ -16,4 +15,3 @@ std::filesystem::path default_home() {
 }
 
 }  // namespace quorva
-#endif

@@ -1,7 +1,7 @@
 #include "tagfile/messages.h"
 
 #include "tagfile/tag_file.h"
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace quorva {
 

@@ -6,26 +6,30 @@
 #include <cstdlib>
 #include <vector>
 
+#include "tagfile/disk.h"
+#include "tagfile/folder_lock.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 
 // Implementation details: files are read whole and split at "\n"; a "\r" right before a
 // "\n" is dropped, as text-mode reading did where the files were born. Splitting yields
 // one more, empty, piece after a final "\n": the deletion keeps that piece on purpose.
+// Every write goes through the disk's whole-file replacement under the folder lock, so a
+// read-modify-write by another process can neither interleave nor be seen half done.
 
 namespace quorva {
 namespace {
 
 std::optional<std::string> read_file(const std::string& file) {
   if (file.empty()) return std::nullopt;
-  std::FILE* f = std::fopen(file.c_str(), "rb");
-  if (!f) return std::nullopt;
-  std::string text;
-  char buffer[8192];
-  size_t n;
-  while ((n = std::fread(buffer, 1, sizeof buffer, f)) > 0) text.append(buffer, n);
-  std::fclose(f);
-  return text;
+  FileRead read = disk().read(file);
+  if (read.status != FileRead::kRead) return std::nullopt;
+  return std::move(read.text);
+}
+
+// The password is never written to a log, whatever fails.
+bool secret_tag(const std::string& tag) {
+  return tag == "pswtso";
 }
 
 std::vector<std::string> split_lines(const std::string& text) {
@@ -48,16 +52,18 @@ bool begins_with_key(const std::string& line, const std::string& key) {
   return line.compare(0, key.size(), key) == 0;
 }
 
-bool write_file(const std::string& file, const std::string& text) {
-  std::FILE* f = std::fopen(file.c_str(), "wb");
-  if (!f) return false;
-  bool ok = std::fwrite(text.data(), 1, text.size(), f) == text.size();
-  return std::fclose(f) == 0 && ok;
-}
-
 void detail(const char* label, const std::string& value) {
   Scrivi_log_dettaglio(label, value, static_cast<int>(kNoNumber), static_cast<int>(kNoNumber),
                        LogKind::kError);
+}
+
+void value_detail(const char* label, const std::string& tag, const std::string& value) {
+  if (!secret_tag(tag)) detail(label, value);
+}
+
+std::string with_reason(const std::string& message, const std::string& file,
+                        const std::string& reason) {
+  return message + " " + file + (reason.empty() ? "" : " (" + reason + ")");
 }
 
 enum class Language { kByConfiguration, kItalianOnly };
@@ -107,30 +113,47 @@ int to_int(const std::string& value) {
   return static_cast<int>(n);
 }
 
-void append_line(const std::string& file, bool popup, const std::string& tag,
-                 const std::string& value, std::string_view open_failure_english) {
-  std::FILE* f = file.empty() ? nullptr : std::fopen(file.c_str(), "ab");
-  if (f) {
-    std::string line = tag + "=" + value + "\n";
-    std::fwrite(line.data(), 1, line.size(), f);
-    std::fclose(f);
-    return;
+Status report_rewrite_failure(bool popup, const std::string& file, const std::string& tag,
+                              const char* value_label, const std::string& value,
+                              const std::string& reason) {
+  if (popup)
+    Mostra_popup("I cannot open the output file ...", "Impossibile Aprire file in scrittura ...");
+  Scrivi_log("Impossibile Aprire il file", kNoNumber, LogKind::kError);
+  detail("nomefile:", file);
+  if (!tag.empty()) detail("str_tag:", tag);
+  if (value_label) value_detail(value_label, tag, value);
+  return Status::failure(with_reason(
+      bilingual("I cannot write the file", "Impossibile scrivere il file"), file, reason));
+}
+
+Status refuse_line_break(bool popup, const std::string& file, const std::string& tag) {
+  const std::string message = line_break_message(tag);
+  if (popup) Mostra_popup(message);
+  Scrivi_log("Valore con a capo o NUL rifiutato", kNoNumber, LogKind::kError);
+  detail("nomefile:", file);
+  detail("str_tag:", tag);
+  return Status::failure(message);
+}
+
+Status append_line(const std::string& file, bool popup, const std::string& tag,
+                   const std::string& value, std::string_view open_failure_english) {
+  if (has_line_break(tag) || has_line_break(value)) return refuse_line_break(popup, file, tag);
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
+  FileRead old = file.empty() ? FileRead{FileRead::kFailed, "", ""} : disk().read(file);
+  FileWrite written;
+  if (old.status != FileRead::kFailed) {
+    append_tag_line(old.text, tag, value);
+    written = disk().replace(file, old.text);
+    if (written.ok()) return {};
   }
   if (popup) Mostra_popup(open_failure_english, "Impossibile Aprire file ...");
   Scrivi_log("Impossibile Aprire il file", kNoNumber, LogKind::kError);
   detail("nomefile:", file);
   detail("str_tag:", tag);
-  detail("stringa da appendere:", value);
-}
-
-void report_rewrite_failure(bool popup, const std::string& file, const std::string& tag,
-                            const char* value_label, const std::string& value) {
-  if (popup)
-    Mostra_popup("I cannot open the output file ...", "Impossibile Aprire file in scrittura ...");
-  Scrivi_log("Impossibile Aprire il file", kNoNumber, LogKind::kError);
-  detail("nomefile:", file);
-  detail("str_tag:", tag);
-  if (value_label) detail(value_label, value);
+  value_detail("stringa da appendere:", tag, value);
+  return Status::failure(with_reason(bilingual("I cannot write the file", "Impossibile scrivere il file"),
+                                     file, written.ok() ? old.error : written.error));
 }
 
 }  // namespace
@@ -166,26 +189,30 @@ bool Leggi_tag_onoff(const std::string& file, bool popup, const std::string& tag
   return *value == "on" || *value == "ON";
 }
 
-void Appendi_tag(const std::string& file, bool popup, const std::string& tag,
-                 const std::string& value) {
-  append_line(file, popup, tag, value, "I cannot open the file...");
+Status Appendi_tag(const std::string& file, bool popup, const std::string& tag,
+                   const std::string& value) {
+  return append_line(file, popup, tag, value, "I cannot open the file...");
 }
 
-void Appendi_tag_int(const std::string& file, bool popup, const std::string& tag, int value) {
-  append_line(file, popup, tag, std::to_string(value), "I cannot open the File...");
+Status Appendi_tag_int(const std::string& file, bool popup, const std::string& tag, int value) {
+  return append_line(file, popup, tag, std::to_string(value), "I cannot open the File...");
 }
 
-void Modifica_tag(const std::string& file, bool popup, bool add, const std::string& tag,
-                  const std::string& value) {
+Status Modifica_tag(const std::string& file, bool popup, bool add, const std::string& tag,
+                    const std::string& value) {
+  if (has_line_break(tag) || has_line_break(value)) return refuse_line_break(popup, file, tag);
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
   std::optional<std::string> old_text = read_file(file);
   if (!old_text) {
-    if (popup)
-      Mostra_popup("WARNING, I cannot open the file" + file,
-                   "ATTENZIONE, impossibile aprire il file" + file);
-    return;
+    const std::string message = bilingual("WARNING, I cannot open the file" + file,
+                                          "ATTENZIONE, impossibile aprire il file" + file);
+    if (popup) Mostra_popup(message);
+    return Status::failure(message);
   }
   const std::string key = tag + "=";
   std::string text;
+  text.reserve(old_text->size() + value.size() + key.size() + 1);
   bool found = false;
   for (std::string& line : split_lines(*old_text)) {
     if (begins_with_key(line, key)) {
@@ -197,20 +224,25 @@ void Modifica_tag(const std::string& file, bool popup, bool add, const std::stri
     text += '\n';
   }
   if (!found && add) text += key + value + "\n";
-  if (!write_file(file, text))
-    report_rewrite_failure(popup, file, tag, "stringa da modificare:", value);
+  FileWrite written = disk().replace(file, text);
+  if (!written.ok())
+    return report_rewrite_failure(popup, file, tag, "stringa da modificare:", value, written.error);
+  return {};
 }
 
-void Cancella_tag(const std::string& file, bool popup, const std::string& tag) {
+Status Cancella_tag(const std::string& file, bool popup, const std::string& tag) {
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
   std::optional<std::string> old_text = read_file(file);
   if (!old_text) {
-    if (popup)
-      Mostra_popup("WARNING , I cannot open the file" + file,
-                   "ATTENZIONE, impossibile aprire il file" + file);
-    return;
+    const std::string message = bilingual("WARNING , I cannot open the file" + file,
+                                          "ATTENZIONE, impossibile aprire il file" + file);
+    if (popup) Mostra_popup(message);
+    return Status::failure(message);
   }
   const std::string key = tag + "=";
   std::string text;
+  text.reserve(old_text->size() + 1);
   bool removed = false;
   for (const std::string& line : split_lines(*old_text)) {
     if (begins_with_key(line, key)) {
@@ -220,76 +252,117 @@ void Cancella_tag(const std::string& file, bool popup, const std::string& tag) {
     text += line;
     text += '\n';
   }
-  if (removed && !write_file(file, text)) report_rewrite_failure(popup, file, tag, nullptr, "");
+  if (!removed) return {};
+  FileWrite written = disk().replace(file, text);
+  if (!written.ok())
+    return report_rewrite_failure(popup, file, tag, nullptr, "", written.error);
+  return {};
 }
 
-void Crea_file(const std::string& file, bool popup) {
-  std::FILE* f = file.empty() ? nullptr : std::fopen(file.c_str(), "wb");
-  if (f) {
-    std::fclose(f);
-    return;
+Status Crea_file(const std::string& file, bool popup) {
+  FileWrite written;
+  if (file.empty()) {
+    written.status = FileWrite::kOpenFailed;
+  } else {
+    FolderLock lock;
+    if (!lock.held()) return lock.status();
+    written = disk().replace(file, "");
   }
-  if (popup)
-    Mostra_popup("I failed to create the file:\t" + file,
-                 "Non sono riuscito a Creare il file:\t" + file);
+  if (written.ok()) return {};
+  const std::string message = bilingual("I failed to create the file:\t" + file,
+                                        "Non sono riuscito a Creare il file:\t" + file);
+  if (popup) Mostra_popup(message);
+  return Status::failure(with_reason(message, "", written.error));
 }
 
-void Copia_file(bool popup, const std::string& source, const std::string& destination) {
+Status Copia_file(bool popup, const std::string& source, const std::string& destination) {
   auto fail = [popup](std::string_view english, std::string_view italian, const char* log_text,
-                      const std::string& name, int number) {
-    if (popup) Mostra_popup(english, italian);
+                      const std::string& name, int number, const std::string& reason) {
+    const std::string message = bilingual(english, italian);
+    if (popup) Mostra_popup(message);
     Scrivi_log_dettaglio(log_text, name, number, static_cast<int>(kNoNumber), LogKind::kError);
+    return Status::failure(with_reason(message, name, reason));
   };
-  if (!Esiste_file(source)) {
-    fail("The Source file doesn't exists !!", "Il file Sorgente non esiste !!",
-         "Impossibile copiare file - Sorgente inesistente - Source:", source, kNoNumber);
-    return;
-  }
-  if (source == destination) {
-    fail("Source and Destination files cannot be the same!!!",
-         "Il file Sorgente e Destinazione non possono essere Uguali!!!",
-         "Impossibile copiare file - Sorgente == Destinazione - Source:", source, kNoNumber);
-    return;
-  }
-  std::FILE* in = std::fopen(source.c_str(), "rb");
-  if (!in) {
-    fail("I cannot open the Source file!!", "Impossibile aprire il file Sorgente!!",
-         "Impossibile copiare file - Apertura fallita - Source:", source, 1);
-    return;
-  }
-  std::FILE* out = destination.empty() ? nullptr : std::fopen(destination.c_str(), "wb");
-  if (!out) {
-    std::fclose(in);
-    fail("I cannot open the Destination file!!", "Impossibile aprire il file Destinazione!!",
-         "Impossibile copiare file - Apertura fallita - Dest:", destination, 2);
-    return;
-  }
-  char buffer[8192];
-  size_t n;
-  bool ok = true;
-  while (ok && (n = std::fread(buffer, 1, sizeof buffer, in)) > 0)
-    ok = std::fwrite(buffer, 1, n, out) == n;
-  std::fclose(in);
-  if (std::fclose(out) != 0) ok = false;
-  if (!ok)
-    fail("Writing error on output File!!", "Errore in Scrittura del File!!!",
-         "Impossibile copiare file - Scrittura fallita - Dest:", destination, 2);
+  if (!Esiste_file(source))
+    return fail("The Source file doesn't exists !!", "Il file Sorgente non esiste !!",
+                "Impossibile copiare file - Sorgente inesistente - Source:", source, kNoNumber,
+                "");
+  if (source == destination)
+    return fail("Source and Destination files cannot be the same!!!",
+                "Il file Sorgente e Destinazione non possono essere Uguali!!!",
+                "Impossibile copiare file - Sorgente == Destinazione - Source:", source,
+                kNoNumber, "");
+  FileRead in = disk().read(source);
+  if (in.status != FileRead::kRead)
+    return fail("I cannot open the Source file!!", "Impossibile aprire il file Sorgente!!",
+                "Impossibile copiare file - Apertura fallita - Source:", source, 1, in.error);
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
+  FileWrite out = destination.empty() ? FileWrite{FileWrite::kOpenFailed, ""}
+                                      : disk().replace(destination, in.text);
+  if (out.status == FileWrite::kOpenFailed)
+    return fail("I cannot open the Destination file!!", "Impossibile aprire il file Destinazione!!",
+                "Impossibile copiare file - Apertura fallita - Dest:", destination, 2, out.error);
+  if (out.status == FileWrite::kWriteFailed)
+    return fail("Writing error on output File!!", "Errore in Scrittura del File!!!",
+                "Impossibile copiare file - Scrittura fallita - Dest:", destination, 2,
+                out.error);
+  return {};
 }
 
-int Cancella_file(const std::string& file, bool popup) {
-  int result = std::remove(file.c_str());
-  if (result != 0 && popup)
-    Mostra_popup("I cannot delete the following file:\t" + file,
-                 "Non sono riuscito a cancellare il file :\t" + file);
-  return result;
+Status Cancella_file(const std::string& file, bool popup) {
+  std::string reason;
+  if (!file.empty() && disk().remove(file, reason)) return {};
+  const std::string message = bilingual("I cannot delete the following file:\t" + file,
+                                        "Non sono riuscito a cancellare il file :\t" + file);
+  if (popup) Mostra_popup(message);
+  return Status::failure(with_reason(message, "", reason));
+}
+
+Status remove_if_present(const std::string& file, bool popup) {
+  if (disk().read(file).status == FileRead::kMissing) return {};
+  return Cancella_file(file, popup);
+}
+
+std::optional<std::string> read_whole_file(const std::string& file) {
+  return read_file(file);
+}
+
+Status Scrivi_file(const std::string& file, bool popup, std::string_view text) {
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
+  FileWrite written = file.empty() ? FileWrite{FileWrite::kOpenFailed, ""}
+                                   : disk().replace(file, text);
+  if (!written.ok()) return report_rewrite_failure(popup, file, "", nullptr, "", written.error);
+  return {};
+}
+
+void append_tag_line(std::string& text, std::string_view tag, std::string_view value) {
+  text.append(tag);
+  text += '=';
+  text.append(value);
+  text += '\n';
+}
+
+bool has_line_break(std::string_view text) {
+  return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
+}
+
+std::string line_break_message(const std::string& field) {
+  return bilingual("The value of " + field +
+                       " contains a line break or a NUL character and will be discharged!!!",
+                   "Il valore di " + field +
+                       " contiene un a capo o un carattere NUL e verra' scartato!!!");
+}
+
+bool valid_tag_value(bool popup, const std::string& tag, const std::string& value) {
+  if (!has_line_break(tag) && !has_line_break(value)) return true;
+  (void)refuse_line_break(popup, "", tag);
+  return false;
 }
 
 bool Esiste_file(const std::string& file) {
-  if (file.empty()) return false;
-  std::FILE* f = std::fopen(file.c_str(), "rb");
-  if (!f) return false;
-  std::fclose(f);
-  return true;
+  return !file.empty() && disk().exists(file);
 }
 
 void Trim_spazi(std::string& text) {

@@ -4,11 +4,17 @@
 #include <string>
 #include <string_view>
 
+#include "port/status.h"
+
 namespace quorva {
 
 // The tag-file store: plain text files of "tag=value" lines, opened by name at every call
 // and closed before it returns. Names are relative to the working folder. `popup` asks
 // the operation to show its failures to the person as well as logging them.
+//
+// Every write replaces the file whole (a temporary file renamed over it), under the
+// working folder's lock, and says whether it was done: a reader sees the old file or the
+// new one, never a part, and a failed write leaves the old file as it was.
 
 /// The value of the first line beginning with tag + "="; nullopt when the file cannot be
 /// opened, the tag is missing or its value is empty.
@@ -22,25 +28,46 @@ int Leggi_tag_int(const std::string& file, bool popup, const std::string& tag);
 bool Leggi_tag_onoff(const std::string& file, bool popup, const std::string& tag);
 
 /// Appends tag + "=" + value + "\n", creating the file; never looks for an existing line.
-void Appendi_tag(const std::string& file, bool popup, const std::string& tag,
-                 const std::string& value);
-void Appendi_tag_int(const std::string& file, bool popup, const std::string& tag, int value);
+Status Appendi_tag(const std::string& file, bool popup, const std::string& tag,
+                   const std::string& value);
+Status Appendi_tag_int(const std::string& file, bool popup, const std::string& tag, int value);
 
 /// Rewrites the file with every line of the tag set to `value`, dropping blank lines; with
 /// `add` a missing tag is appended. A file that cannot be opened is never created.
-void Modifica_tag(const std::string& file, bool popup, bool add, const std::string& tag,
-                  const std::string& value);
+Status Modifica_tag(const std::string& file, bool popup, bool add, const std::string& tag,
+                    const std::string& value);
 /// Rewrites the file without the tag's lines; untouched when the tag is absent.
-void Cancella_tag(const std::string& file, bool popup, const std::string& tag);
+Status Cancella_tag(const std::string& file, bool popup, const std::string& tag);
 
 /// Creates the file empty, or empties an existing one.
-void Crea_file(const std::string& file, bool popup);
+Status Crea_file(const std::string& file, bool popup);
 /// Byte-for-byte copy, after the checks of the store in their fixed order.
-void Copia_file(bool popup, const std::string& source, const std::string& destination);
-/// Removes the file; 0 on success, as the platform's removal.
-int Cancella_file(const std::string& file, bool popup);
+Status Copia_file(bool popup, const std::string& source, const std::string& destination);
+/// Removes the file; fails (and says so with `popup`) when it could not be removed.
+Status Cancella_file(const std::string& file, bool popup);
+/// Removes the file when it is there; a missing file is not a failure.
+Status remove_if_present(const std::string& file, bool popup);
 /// True when the file can be opened for reading.
 bool Esiste_file(const std::string& file);
+
+/// The whole text of a file; nullopt when it is missing or cannot be read.
+std::optional<std::string> read_whole_file(const std::string& file);
+/// Replaces the file's whole text in one write, for writers that build a file of many tags
+/// or a generated program: the old file stays as it was unless the new one is complete.
+/// A failure shows "I cannot open the output file ..." with `popup` and is logged with the
+/// file name only (never the text, which may hold the password).
+Status Scrivi_file(const std::string& file, bool popup, std::string_view text);
+
+/// Appends the line tag + "=" + value + "\n" to a text being built.
+void append_tag_line(std::string& text, std::string_view tag, std::string_view value);
+/// The store refuses a tag or a value that holds a carriage return, a line feed or a NUL:
+/// written to a file it would end the line and start a tag of its own. False, with the
+/// refusal shown (with `popup`) and logged, for such a text.
+bool valid_tag_value(bool popup, const std::string& tag, const std::string& value);
+/// True when the text holds a CR, LF or NUL.
+bool has_line_break(std::string_view text);
+/// The refusal of such a value, naming the field.
+std::string line_break_message(const std::string& field);
 
 /// Removes leading and trailing spaces; a string of spaces only is left as it is.
 void Trim_spazi(std::string& text);

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "support/temp_folder.h"
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
 
 namespace quorva::test {
 

@@ -101,16 +101,16 @@ TEST_F(TagFile, ModifyChangesEveryLineAndDropsBlankLines) {
   };
   for (const RewriteCase& c : cases) {
     write_text("t.dat", c.before);
-    Modifica_tag("t.dat", false, false, "A", "3");
+    (void)Modifica_tag("t.dat", false, false, "A", "3");
     EXPECT_EQ(read_text("t.dat"), c.after) << c.name;
   }
   write_text("t.dat", "B=x\n");
-  Modifica_tag("t.dat", false, true, "A", "new");
+  (void)Modifica_tag("t.dat", false, true, "A", "new");
   EXPECT_EQ(read_text("t.dat"), "B=x\nA=new\n");
 }
 
 TEST_F(TagFile, ModifyNeverCreatesAMissingFile) {
-  Modifica_tag("none.dat", true, true, "A", "1");
+  (void)Modifica_tag("none.dat", true, true, "A", "1");
   EXPECT_FALSE(Esiste_file("none.dat"));
   EXPECT_EQ(ui_.messages, std::vector<std::string>{"WARNING, I cannot open the filenone.dat"});
 }
@@ -125,27 +125,27 @@ TEST_F(TagFile, DeleteKeepsBlankLinesAndGrowsOneAtTheEnd) {
   };
   for (const RewriteCase& c : cases) {
     write_text("t.dat", c.before);
-    Cancella_tag("t.dat", false, "A");
+    (void)Cancella_tag("t.dat", false, "A");
     EXPECT_EQ(read_text("t.dat"), c.after) << c.name;
   }
   write_text("t.dat", "A=1\nB=x\n");
-  Cancella_tag("t.dat", false, "A");
-  Appendi_tag("t.dat", false, "A", "2");
-  Cancella_tag("t.dat", false, "A");
+  (void)Cancella_tag("t.dat", false, "A");
+  (void)Appendi_tag("t.dat", false, "A", "2");
+  (void)Cancella_tag("t.dat", false, "A");
   EXPECT_EQ(read_text("t.dat"), "B=x\n\n\n");
 }
 
 TEST_F(TagFile, AppendNeverLooksForAnExistingLine) {
-  Appendi_tag("new.dat", false, "A", "1");
-  Appendi_tag_int("new.dat", false, "A", -42);
-  Appendi_tag("new.dat", false, "B", "");
+  (void)Appendi_tag("new.dat", false, "A", "1");
+  (void)Appendi_tag_int("new.dat", false, "A", -42);
+  (void)Appendi_tag("new.dat", false, "B", "");
   EXPECT_EQ(read_text("new.dat"), "A=1\nA=-42\nB=\n");
   EXPECT_EQ(Leggi_tag("new.dat", false, "A"), "1");
 }
 
 TEST_F(TagFile, AppendFailureIsShownAndLogged) {
-  Appendi_tag("nofolder/x.dat", true, "T", "v");
-  Appendi_tag_int("nofolder/x.dat", true, "T", 5);
+  (void)Appendi_tag("nofolder/x.dat", true, "T", "v");
+  (void)Appendi_tag_int("nofolder/x.dat", true, "T", 5);
   EXPECT_EQ(ui_.messages,
             (std::vector<std::string>{"I cannot open the file...", "I cannot open the File..."}));
   EXPECT_EQ(read_text("error.log"),
@@ -174,7 +174,7 @@ TEST_F(TagFile, CopyChecksInTheirOrder) {
   for (const auto& c : cases) {
     RecordingUi ui;
     std::filesystem::remove("error.log");
-    Copia_file(true, c.source, c.destination);
+    (void)Copia_file(true, c.source, c.destination);
     if (c.message) {
       EXPECT_EQ(ui.messages, std::vector<std::string>{c.message}) << c.source << c.destination;
       EXPECT_EQ(read_text("error.log"), c.log);
@@ -182,20 +182,20 @@ TEST_F(TagFile, CopyChecksInTheirOrder) {
       EXPECT_TRUE(ui.messages.empty());
     }
   }
-  Copia_file(false, "src.dat", "copy.dat");
+  (void)Copia_file(false, "src.dat", "copy.dat");
   EXPECT_EQ(read_text("copy.dat"), read_text("src.dat"));
 }
 
 TEST_F(TagFile, WholeFileOperations) {
   write_text("full.dat", "A=1\n");
-  Crea_file("full.dat", true);
+  (void)Crea_file("full.dat", true);
   EXPECT_EQ(read_text("full.dat"), "");
   EXPECT_TRUE(Esiste_file("full.dat"));
   EXPECT_FALSE(Esiste_file(""));
-  EXPECT_EQ(Cancella_file("full.dat", true), 0);
+  EXPECT_TRUE(Cancella_file("full.dat", true).ok());
   EXPECT_FALSE(Esiste_file("full.dat"));
-  EXPECT_NE(Cancella_file("full.dat", true), 0);
-  Crea_file("nofolder/x.dat", true);
+  EXPECT_FALSE(Cancella_file("full.dat", true).ok());
+  (void)Crea_file("nofolder/x.dat", true);
   EXPECT_EQ(ui_.messages,
             (std::vector<std::string>{"I cannot delete the following file:\tfull.dat",
                                       "I failed to create the file:\tnofolder/x.dat"}));

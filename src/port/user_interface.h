@@ -5,7 +5,9 @@
 namespace quorva {
 
 /// The one way the core talks to the person. The Qt front end, the command line and the
-/// tests each implement it; the core never shows anything by itself.
+/// tests each implement it; the core never shows anything by itself. The core may call it
+/// from a worker thread (GO runs off a window's thread): an implementation that draws must
+/// hand the call over to its own thread, and a question waits there for the answer.
 class UserInterface {
  public:
   virtual ~UserInterface() = default;
@@ -22,7 +24,8 @@ class UserInterface {
   virtual void set_status(const std::string& text) = 0;
 };
 
-/// The port in use. Until a front end installs one, a silent port that answers No.
+/// The port in use, for every thread. Until a front end installs one, a silent port that
+/// answers No.
 UserInterface& ui();
 
 /// Installs `port` for the life of this object and restores the previous one afterwards.

@@ -1,4 +1,6 @@
-#include "tagfile/user_interface.h"
+#include "port/user_interface.h"
+
+#include <atomic>
 
 namespace quorva {
 namespace {
@@ -13,20 +15,20 @@ class SilentInterface : public UserInterface {
 };
 
 SilentInterface silent;
-UserInterface* current = &silent;
+// A worker thread running GO reads the port while the front end's thread installed it.
+std::atomic<UserInterface*> current{&silent};
 
 }  // namespace
 
 UserInterface& ui() {
-  return *current;
+  return *current.load(std::memory_order_acquire);
 }
 
-ScopedUserInterface::ScopedUserInterface(UserInterface& port) : previous_(current) {
-  current = &port;
-}
+ScopedUserInterface::ScopedUserInterface(UserInterface& port)
+    : previous_(current.exchange(&port, std::memory_order_acq_rel)) {}
 
 ScopedUserInterface::~ScopedUserInterface() {
-  current = previous_;
+  current.store(previous_, std::memory_order_release);
 }
 
 }  // namespace quorva

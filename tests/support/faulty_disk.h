@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "tagfile/disk.h"
+
+namespace quorva::test {
+
+/// The real disk, except that replacing or appending to a file whose path holds
+/// `fragment` fails as a full disk does (an empty fragment: every file). Installed for its
+/// lifetime, as a disk that fills up while the program runs.
+class FaultyDisk : public Disk {
+ public:
+  explicit FaultyDisk(std::string fragment = "");
+
+  FileRead read(const std::string& path) override { return real_disk().read(path); }
+  FileWrite replace(const std::string& path, std::string_view text) override;
+  bool append(const std::string& path, std::string_view text, std::string& error) override;
+  bool remove(const std::string& path, std::string& error) override {
+    return real_disk().remove(path, error);
+  }
+  bool exists(const std::string& path) override { return real_disk().exists(path); }
+
+  /// Writes refused so far.
+  int refused = 0;
+
+ private:
+  bool fails(const std::string& path) const;
+
+  std::string fragment_;
+  ScopedDisk scope_;
+};
+
+}  // namespace quorva::test

@@ -8,11 +8,11 @@
 namespace quorva::test {
 
 /// The real disk, except that replacing a file whose path contains `pattern` fails as a
-/// full disk does (nothing written, the old file left as it was). Installed for its
-/// lifetime. Counts the replacements it refused.
+/// full disk does (nothing written, the old file left as it was), unless `fail` is false.
+/// Installed for its lifetime. Counts the replacements asked for such files.
 class FailingDisk : public Disk {
  public:
-  explicit FailingDisk(std::string pattern);
+  explicit FailingDisk(std::string pattern, bool fail = true);
 
   FileRead read(const std::string& path) override { return real_disk().read(path); }
   FileWrite replace(const std::string& path, std::string_view text) override;
@@ -24,10 +24,12 @@ class FailingDisk : public Disk {
   }
   bool exists(const std::string& path) override { return real_disk().exists(path); }
 
-  int refused = 0;
+  int attempts = 0;  ///< replacements asked for matching files
+  int refused = 0;   ///< of those, refused
 
  private:
   std::string pattern_;
+  bool fail_;
   ScopedDisk scope_;
 };
 

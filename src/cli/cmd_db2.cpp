@@ -45,7 +45,7 @@ int run_db2(AccessKind kind, Db2Args args) {
   for (auto* text : {&args.owner, &args.table, &args.cursor, &args.description, &args.include,
                      &args.member_library})
     if (!to_latin1(*text)) return kFailed;
-  const bool easytrieve = Leggi_tag(kParbaseFile, false, "linguaggio").value_or("cobol") != "cobol";
+  const bool easytrieve = read_program_language() == ProgramLanguage::kEasytrieve;
   Db2Details panel = Db2Details::open(easytrieve, kind, count);
   const int n = args.row;
   if (args.owner && !panel.set_owner(n, *args.owner)) return kFailed;

@@ -195,7 +195,8 @@ Status FileDetails::confirm() const {
   }
   FolderLock lock;
   if (!lock.held()) return lock.status();
-  if (Status s = create_detfiles_if_missing(); !s) return s;
+  if (kind_ != FileKind::kOutput)
+    if (Status s = create_detfiles_if_missing(); !s) return s;
   if (Status s = keys.apply(true); !s) return s;
   if (kind_ == FileKind::kOutput) return write_excel_outputs(excel_rows());
   return {};

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "engine/program_definition.h"
 #include "panels/advanced_options.h"
 #include "panels/base_parameters.h"
 #include "panels/column_selection.h"
@@ -256,6 +257,18 @@ TEST_F(PanelWritesTest, EverySetterRefusesLineBreaks) {
   EXPECT_FALSE(base.set_description("First\rline"));
   EXPECT_FALSE(base.set_description(std::string("First\0", 6)));
   EXPECT_EQ(base.description(), "");
+}
+
+TEST_F(PanelWritesTest, MissingLanguageIsNotChosenForEveryReader) {
+  write_text("temp/Parbase.dat", "nomeprogr=PGM1\nfilein=1\n");
+  EXPECT_EQ(BaseParameters::open().language(), ProgramLanguage::kNone);
+  EXPECT_EQ(read_program_language(), ProgramLanguage::kNone);
+  const Result<ProgramDefinition> definition = read_program_definition(true);
+  EXPECT_FALSE(definition);
+  EXPECT_EQ(definition.message(), "Warning! Choose the Code Type!");
+  write_text("temp/Parbase.dat", "nomeprogr=PGM1\nlinguaggio=easytrieve\nfilein=1\n");
+  ASSERT_TRUE(read_program_definition(true));
+  EXPECT_EQ(read_program_definition(true)->language, ProgramDefinition::kEasytrieve);
 }
 
 TEST_F(PanelWritesTest, ProgramNameIsAMemberName) {

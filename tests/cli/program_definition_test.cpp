@@ -125,6 +125,27 @@ TEST(CommandLine, RefusedValuesAndFailedWritesExitOne) {
   EXPECT_EQ(read_text(home.path / "error.log").find("S3CRET9"), std::string::npos);
 }
 
+TEST(CommandLine, TwoCommandsAtOnceLoseNothing) {
+  QuorvaHome home;
+  ASSERT_EQ(home.run("program set name=PGM1 language=cobol inputs=9 select=9").status, 0);
+  // Two command lines writing different keys of the same files, side by side.
+  const std::string quorva = shell_quote(QUORVA_BINARY) + " --home " + shell_quote(home.path);
+  const std::string files = "for r in 1 2 3; do for n in 1 2 3 4 5 6 7 8 9; do " + quorva +
+                            " files input $n --desc F$r$n >/dev/null || echo FAILED; done; done";
+  const std::string db2 = "for r in 1 2 3; do for n in 1 2 3 4 5 6 7 8 9; do " + quorva +
+                          " db2 select $n --owner D$r$n >/dev/null || echo FAILED; done; done";
+  const CommandResult both = run_command("(" + files + ") & (" + db2 + "); wait");
+  EXPECT_EQ(both.output.find("FAILED"), std::string::npos) << both.output;
+  const std::string keys = read_text(home.path / "temp/key2value.dat");
+  for (int n = 1; n <= 9; ++n) {
+    const std::string row = std::to_string(n);
+    EXPECT_NE(keys.find("DESC-I" + row + "=F3" + row + "\n"), std::string::npos) << keys;
+    EXPECT_NE(keys.find("T-" + row + "S=D3" + row + "\n"), std::string::npos) << keys;
+  }
+  EXPECT_NE(read_text(home.path / "Resource/QVconfig.ini").find("target_language="),
+            std::string::npos);
+}
+
 TEST(CommandLine, InitAndInstallationStatuses) {
   TempWorkingFolder scratch;
   const std::string dir = shell_quote((scratch.path() / "wf").string());

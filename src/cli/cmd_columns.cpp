@@ -110,11 +110,11 @@ int set_columns(Cli& cli, const AccessArgs& args) {
     dialog.set_null_box(*ordinal + 1, true);
   }
   if (args.structure) {
-    dialog.structure_name = *args.structure;
+    if (!dialog.set_structure_name(*args.structure)) return kFailed;
   } else if (auto kept = Leggi_tag("temp/key2value.dat", false, level01_key(kind, args.number))) {
-    dialog.structure_name = *kept;
+    (void)dialog.set_structure_name(*kept);
   }
-  if (args.prefix) dialog.prefix = *args.prefix;
+  if (args.prefix && !dialog.set_prefix(*args.prefix)) return kFailed;
   if (!dialog.ok()) return kFailed;
   std::cout << dialog.selected_count_text() << '\n';
   return kOk;

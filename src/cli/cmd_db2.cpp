@@ -45,7 +45,7 @@ int run_db2(AccessKind kind, Db2Args args) {
   for (auto* text : {&args.owner, &args.table, &args.cursor, &args.description, &args.include,
                      &args.member_library})
     if (!to_latin1(*text)) return kFailed;
-  const bool easytrieve = Leggi_tag(kParbaseFile, false, "linguaggio").value_or("cobol") != "cobol";
+  const bool easytrieve = read_program_language() == ProgramLanguage::kEasytrieve;
   Db2Details panel = Db2Details::open(easytrieve, kind, count);
   const int n = args.row;
   if (args.owner && !panel.set_owner(n, *args.owner)) return kFailed;
@@ -53,12 +53,15 @@ int run_db2(AccessKind kind, Db2Args args) {
   if (args.cursor && !panel.set_cursor(n, *args.cursor)) return kFailed;
   if (args.include && !panel.set_include(n, *args.include)) return kFailed;
   if (args.description && !panel.set_description(n, *args.description)) return kFailed;
-  if (args.member_library) panel.set_dclgen_library(*args.member_library);
+  if (args.member_library && !panel.set_dclgen_library(*args.member_library)) return kFailed;
   if (args.autofill) panel.set_autofill(*args.autofill);
   if (args.auto_owner) panel.set_auto_owner(*args.auto_owner);
   const bool changes = args.owner || args.table || args.cursor || args.include ||
                        args.description || args.member_library || args.autofill || args.auto_owner;
-  if (changes && !panel.confirm()) return kFailed;
+  if (changes) {
+    const Result<bool> closed = panel.confirm();
+    if (!closed.ok() || !*closed) return kFailed;
+  }
   const Db2Row& row = panel.row(n);
   std::cout << latin1_to_utf8(panel.heading()) << " " << n << '\n'
             << "OWNER       : " << latin1_to_utf8(row.owner) << '\n'

@@ -54,7 +54,7 @@ int run_files(FileKind kind, FileArgs args) {
     }
     if (!panel.click_excel(args.row, args.excel)) return kFailed;
   }
-  if (changes) panel.confirm();
+  if (changes && !panel.confirm()) return kFailed;
   const FileRow& row = panel.row(args.row);
   std::cout << latin1_to_utf8(panel.heading()) << " " << args.row << '\n'
             << "FILE NAME        : " << latin1_to_utf8(row.name) << '\n'

@@ -5,7 +5,7 @@
 
 #include "cli/cli.h"
 #include "cli/commands.h"
-#include "shell/advanced_options.h"
+#include "panels/advanced_options.h"
 #include "tagfile/latin1.h"
 #include "tagfile/messages.h"
 
@@ -134,8 +134,7 @@ int set_options(const std::vector<std::string>& assignments) {
       return kFailed;
   }
   // Clamped break points are reported and stored clamped, as the sheet does.
-  options.apply();
-  return kOk;
+  return options.apply().ok() ? kOk : kFailed;
 }
 
 }  // namespace

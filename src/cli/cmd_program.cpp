@@ -52,6 +52,11 @@ std::optional<bool> switch_value(const std::string& text) {
   return std::nullopt;
 }
 
+// A question answered No, like a failure, leaves the asked work undone.
+int done(const Result<bool>& result) {
+  return result.ok() && *result ? kOk : kFailed;
+}
+
 void refuse(const std::string& english, const std::string& italian) {
   Mostra_popup(english, italian);
 }
@@ -63,8 +68,7 @@ bool apply(BaseParameters& panel, const FieldSpec& spec, const std::string& key,
     case Field::kName:
       return panel.set_name(value);
     case Field::kDescription:
-      panel.set_description(value);
-      return true;
+      return panel.set_description(value);
     case Field::kLanguage:
       if (value == "cobol") {
         panel.set_language(ProgramLanguage::kCobol);
@@ -169,15 +173,13 @@ void add_program_commands(CLI::App& app, Cli& cli) {
   });
 
   program->add_subcommand("new", "NEW Program: erase the program files and restore the defaults")
-      ->callback(
-          [&cli] { cli.run_in_working_folder([] { return new_program() ? kOk : kFailed; }); });
+      ->callback([&cli] { cli.run_in_working_folder([] { return done(new_program()); }); });
 
   program
       ->add_subcommand("save-default",
                        "Save as Default: the current program becomes the starting configuration")
       ->callback([&cli] {
-        cli.run_in_working_folder(
-            [] { return save_as_default(BaseParameters::open()) ? kOk : kFailed; });
+        cli.run_in_working_folder([] { return done(save_as_default(BaseParameters::open())); });
       });
 }
 

@@ -5,7 +5,7 @@
 
 #include "cli/cli.h"
 #include "cli/commands.h"
-#include "host/user_data.h"
+#include "panels/user_data.h"
 #include "tagfile/latin1.h"
 #include "tagfile/messages.h"
 

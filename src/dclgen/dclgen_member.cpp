@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "dclgen/member_lines.h"
+#include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
 
 namespace quorva {
@@ -63,10 +64,13 @@ std::optional<std::string> read_kept_description(const std::string& path, char l
   return Leggi_tag(path, false, kept_description_tag(letter));
 }
 
-bool write_kept_description(const std::string& path, char letter, const std::string& text) {
-  if (text.find_first_of("\r\n") != std::string::npos) return false;
-  if (!Esiste_file(path)) return false;
-  return Modifica_tag(path, false, true, kept_description_tag(letter), text).ok();
+Status write_kept_description(const std::string& path, char letter, const std::string& text) {
+  if (has_line_break(text))
+    return Status::failure(line_break_message(bilingual("the description", "la descrizione")));
+  if (!Esiste_file(path))
+    return Status::failure(
+        bilingual("The DCLGEN member doesn't exist: ", "Il membro DCLGEN non esiste: ") + path);
+  return Modifica_tag(path, true, true, kept_description_tag(letter), text);
 }
 
 }  // namespace quorva

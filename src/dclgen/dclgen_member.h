@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "port/status.h"
+
 namespace quorva {
 
 /// What a DCLGEN member says about its table, for the panels that name it.
@@ -25,8 +27,9 @@ std::string kept_description_tag(char letter);
 
 /// The description kept in the member for the kind letter; nullopt when absent or empty.
 std::optional<std::string> read_kept_description(const std::string& path, char letter);
-/// Sets (or adds) the kept description of the kind letter. False, writing nothing, when the
-/// member cannot be opened or the text holds a line break.
-bool write_kept_description(const std::string& path, char letter, const std::string& text);
+/// Sets (or adds) the kept description of the kind letter, replacing the member in one
+/// write. A failure, writing nothing, when the member is missing, cannot be written, or the
+/// text holds a line break or a NUL.
+Status write_kept_description(const std::string& path, char letter, const std::string& text);
 
 }  // namespace quorva

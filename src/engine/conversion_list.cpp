@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdio>
 #include <ctime>
-#include <fstream>
 #include <optional>
 
 #include "tagfile/log.h"
@@ -13,13 +13,8 @@
 namespace quorva {
 namespace {
 
-std::string two_digits(int n) {
-  return (n < 10 ? "0" : "") + std::to_string(n);
-}
-
-void add_user_value(ConversionList& list, const char* key, const char* tag) {
-  std::optional<std::string> value = Leggi_tag(kUserFile, false, tag);
-  if (value) list.push_back({key, *value});
+void add_user_value(ConversionList& list, const char* key, const std::string& value) {
+  if (!value.empty()) list.push_back({key, value});
 }
 
 }  // namespace
@@ -30,28 +25,21 @@ bool Leggi_all_K2V_tag(const std::string& file, bool report, ConversionList& lis
     Mostra_popup("nomefile:");
     return false;
   }
-  std::ifstream in(file, std::ios::binary);
-  if (!in) {
+  std::optional<std::vector<KeyValue>> pairs = read_key2value_pairs(file);
+  if (!pairs) {
     if (report)
       Mostra_popup("WARNING, I cannot open the file:" + file,
                    "ATTENZIONE, impossibile aprire il file:" + file);
     return false;
   }
-  std::string line;
-  while (std::getline(in, line)) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    const std::size_t equals = line.find('=');
-    if (equals == std::string::npos || equals + 1 == line.size()) continue;
-    list.push_back({line.substr(0, equals), line.substr(equals + 1)});
-  }
+  for (KeyValue& pair : *pairs) list.push_back({std::move(pair.key), std::move(pair.value)});
   return true;
 }
 
 bool Leggi_all_K2Value_coll(bool report, int slots, ConversionList& list) {
   bool ok = true;
   for (int n = 1; n <= slots; ++n) {
-    std::optional<std::string> file =
-        Leggi_tag(kCustomK2VFile, false, "Key2Value_" + two_digits(n));
+    std::optional<std::string> file = chosen_collection(n);
     if (!file) continue;
     if (!Esiste_file(*file)) {
       if (report)
@@ -108,9 +96,10 @@ void build_conversion_list(const ProgramDefinition& def, const HeaderValues& hea
     list.push_back({"<DESCRIZIONE-PROGRAMMA" + std::to_string(i + 1) + ">", upper});
   }
   list.push_back({"//.///.////", header.date});
-  add_user_value(list, "<----->", "tsouser");
-  add_user_value(list, "<NOME-COGNOME>", "nomecognome");
-  add_user_value(list, "<NOME-SOCIETA>", "societa");
+  const UserData user = read_user_data();
+  add_user_value(list, "<----->", user.tsouser);
+  add_user_value(list, "<NOME-COGNOME>", user.nomecognome);
+  add_user_value(list, "<NOME-SOCIETA>", user.societa);
   list.push_back({"<SEL/FET/DEL/INS/UPD/ROL/COM>", access_list_value(def)});
   Leggi_all_K2V_tag(kKey2ValueFile, true, list);
   Leggi_all_K2Value_coll(true, kCollectionSlots, list);

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "engine/program_definition.h"
+#include "store/key2value_file.h"
+#include "store/user_file.h"
 
 namespace quorva {
 
@@ -16,10 +18,8 @@ struct ConversionPair {
 };
 using ConversionList = std::vector<ConversionPair>;
 
-constexpr const char* kKey2ValueFile = "temp/key2value.dat";
-constexpr const char* kCustomK2VFile = "temp/customK2V.dat";
-constexpr const char* kUserFile = "Resource/User.dat";
-constexpr int kCollectionSlots = 25;
+/// The user data file under the name the generator knows it by.
+constexpr const char* kUserFile = kUserDataFile;
 
 /// Appends the pairs of one key-to-value file, in file order. False when it cannot be read.
 bool Leggi_all_K2V_tag(const std::string& file, bool report, ConversionList& list);

@@ -1,60 +1,66 @@
 #include "engine/program_definition.h"
 
 #include <algorithm>
-#include <optional>
 
-#include "tagfile/tag_file.h"
+#include "tagfile/messages.h"
 
 namespace quorva {
 namespace {
 
-int count(const char* tag) {
-  return std::clamp(Leggi_tag_int(kParbaseFile, false, tag), 0, 9);
-}
-
-bool flag(const char* tag) {
-  return Leggi_tag_onoff(kParbaseFile, false, tag);
+Status refuse(bool popup, std::string_view english, std::string_view italian) {
+  const std::string message = bilingual(english, italian);
+  if (popup) Mostra_popup(message);
+  return Status::failure(message);
 }
 
 }  // namespace
 
-ProgramDefinition load_program_definition() {
+ProgramDefinition program_definition(const ProgramRecord& record) {
+  auto count = [&record](Count c) { return std::max(record.count(c), 0); };
   ProgramDefinition def;
-  def.name = Leggi_tag(kParbaseFile, false, "nomeprogr").value_or("");
-  for (int n = 0; n <= 999; ++n) {
-    std::optional<std::string> line =
-        Leggi_tag(kParbaseFile, false, "descprogr" + std::to_string(n));
-    if (!line) break;
-    def.description.push_back(*line);
-  }
-  def.language = Leggi_tag(kParbaseFile, false, "linguaggio").value_or("") == "cobol"
-                     ? ProgramDefinition::kCobol
-                     : ProgramDefinition::kEasytrieve;
-  const std::string kind = Leggi_tag(kParbaseFile, false, "tipoprogr").value_or("");
-  def.kind = kind == "match"     ? ProgramDefinition::kMatch
-             : kind == "routine" ? ProgramDefinition::kRoutine
-                                 : ProgramDefinition::kBatch;
-  def.constants = flag("costanti");
-  def.thru = flag("thru");
-  def.buffering = flag("buffering");
-  def.stream = flag("stream");
-  def.comments = flag("commenti");
-  def.jcl = flag("jcl");
-  def.input_files = count("filein");
-  const int outputs = count("fileout");
-  def.reports = count("report");
-  def.select = count("select");
-  def.fetch = count("fetch");
-  def.update = count("update");
-  def.insert = count("insert");
-  def.remove = count("delete");
-  def.rollback = flag("rollback");
-  def.commit = flag("commit");
-  def.parameters = count("parametri");
-  if (Esiste_file(kDetfilesFile))
-    def.excel_files = std::clamp(Leggi_tag_int(kDetfilesFile, false, "fileout_excel"), 0, outputs);
+  def.name = record.name;
+  def.description = record.description;
+  def.language = record.language == ProgramLanguage::kCobol ? ProgramDefinition::kCobol
+                                                            : ProgramDefinition::kEasytrieve;
+  def.kind = static_cast<int>(record.kind.value_or(ProgramKind::kBatch));
+  def.constants = record.switch_on(Switch::kConstants);
+  def.thru = record.switch_on(Switch::kThru);
+  def.buffering = record.switch_on(Switch::kBuffering);
+  def.stream = record.switch_on(Switch::kStream);
+  def.comments = record.switch_on(Switch::kComments);
+  def.jcl = record.switch_on(Switch::kJcl);
+  def.input_files = count(Count::kFilein);
+  const int outputs = count(Count::kFileout);
+  def.reports = count(Count::kReport);
+  def.select = count(Count::kSelect);
+  def.fetch = count(Count::kFetch);
+  def.update = count(Count::kUpdate);
+  def.insert = count(Count::kInsert);
+  def.remove = count(Count::kDelete);
+  def.rollback = record.switch_on(Switch::kRollback);
+  def.commit = record.switch_on(Switch::kCommit);
+  def.parameters = count(Count::kParameters);
+  def.excel_files = std::min(read_excel_outputs(), outputs);
   def.output_files = outputs - def.excel_files;
   return def;
+}
+
+Result<ProgramDefinition> read_program_definition(bool popup) {
+  std::optional<ProgramRecord> record = read_parbase(false);
+  if (!record)
+    return refuse(popup, "WARNING, I cannot open the file:" + std::string(kParbaseFile),
+                  "ATTENZIONE, impossibile aprire il file:" + std::string(kParbaseFile));
+  if (record->name.empty())
+    return refuse(popup, "Warning!! You haven't inserted the Program NAME! ",
+                  "Attenzione!! Non hai inserito il NOME del Programma!");
+  if (record->language == ProgramLanguage::kNone)
+    return refuse(popup, "Warning! Choose the Code Type!",
+                  "Attenzione!! Non hai scelto il tipo di Codice!");
+  return program_definition(*record);
+}
+
+ProgramDefinition load_program_definition() {
+  return program_definition(read_parbase(false).value_or(ProgramRecord{}));
 }
 
 }  // namespace quorva

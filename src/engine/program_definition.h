@@ -3,6 +3,10 @@
 #include <string>
 #include <vector>
 
+#include "port/status.h"
+#include "store/detfiles_file.h"
+#include "store/parbase_file.h"
+
 namespace quorva {
 
 /// The program as the panels recorded it, read once per generation.
@@ -30,10 +34,17 @@ struct ProgramDefinition {
   int db2_accesses() const { return select + fetch + update + insert + remove; }
 };
 
-constexpr const char* kParbaseFile = "temp/Parbase.dat";
-constexpr const char* kDetfilesFile = "temp/Detfiles.dat";
+/// The definition of a recorded program: missing counts read as 0, the Excel outputs of
+/// temp/Detfiles.dat (at most the output count) taken out of the outputs.
+ProgramDefinition program_definition(const ProgramRecord& record);
 
-/// Loads temp/Parbase.dat and temp/Detfiles.dat; missing counts read as 0.
+/// Reads temp/Parbase.dat and temp/Detfiles.dat for a generation. A failure, said with
+/// `popup`, when there is no program file, no name (or not a member name) or no language
+/// chosen: the panel's OK refuses such a program, and so does GO.
+Result<ProgramDefinition> read_program_definition(bool popup);
+
+/// As read_program_definition, for callers that go on whatever the files hold: a program
+/// with no language chosen reads as Easytrieve, the drop-down's second entry.
 ProgramDefinition load_program_definition();
 
 }  // namespace quorva

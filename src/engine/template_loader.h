@@ -4,10 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "store/config_file.h"
+
 namespace quorva {
 
 constexpr const char* kDefaultTemplate = "Resource/Quormem.txt";
-constexpr const char* kConfigFile = "Resource/QVconfig.ini";
 /// The client version this system is; templates name the one they need under `client`.
 constexpr const char* kClientVersion = "1.33";
 

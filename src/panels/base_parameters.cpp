@@ -1,8 +1,10 @@
 #include "panels/base_parameters.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "panels/description_wrap.h"
+#include "store/program_name.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
@@ -11,53 +13,38 @@ namespace quorva {
 namespace {
 
 constexpr std::size_t kNameLimit = 8;
-constexpr int kLastDescriptionLine = 999;
-constexpr const char* kEmptyDescription = "DESCRIZIONE PROGRAMMA....";
 
-constexpr const char* kSwitchTags[kSwitchCount] = {"costanti", "thru", "buffering", "stream",
-                                                   "commenti", "jcl",  "rollback",  "commit"};
-constexpr const char* kCountTags[kCountCount] = {"filein", "fileout", "report", "select",   "fetch",
-                                                 "update", "insert",  "delete", "parametri"};
+std::string name_field() {
+  return bilingual("the Program Name", "il Nome Programma");
+}
+
+std::string upper_case(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return text;
+}
+
+// A carriage return is fine only as part of a "\r\n" line end of the box.
+bool stray_control(const std::string& text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text[i] == '\0') return true;
+    if (text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n')) return true;
+  }
+  return false;
+}
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
+  return text;
+}
 
 }  // namespace
-
-const char* switch_tag(Switch s) {
-  return kSwitchTags[static_cast<int>(s)];
-}
-
-const char* count_tag(Count c) {
-  return kCountTags[static_cast<int>(c)];
-}
-
-const char* language_word(ProgramLanguage language) {
-  switch (language) {
-    case ProgramLanguage::kCobol:
-      return "cobol";
-    case ProgramLanguage::kEasytrieve:
-      return "easytrieve";
-    case ProgramLanguage::kNone:
-      break;
-  }
-  return "";
-}
-
-const char* kind_word(ProgramKind kind) {
-  switch (kind) {
-    case ProgramKind::kRoutine:
-      return "routine";
-    case ProgramKind::kMatch:
-      return "match";
-    case ProgramKind::kBatch:
-      break;
-  }
-  return "batch";
-}
 
 BaseParameters BaseParameters::open() {
   BaseParameters panel;
   panel.apply_language_rules();
-  if (Esiste_file(kParbaseFile)) {
-    panel.load();
+  if (std::optional<ProgramRecord> record = read_parbase(true)) {
+    panel.load(*record);
   } else {
     panel.language_ = ProgramLanguage::kCobol;
     panel.switches_[static_cast<int>(Switch::kComments)] = true;
@@ -67,32 +54,14 @@ BaseParameters BaseParameters::open() {
   return panel;
 }
 
-void BaseParameters::load() {
-  name_ = Leggi_tag(kParbaseFile, false, "nomeprogr").value_or("");
+void BaseParameters::load(const ProgramRecord& record) {
+  name_ = record.name;
   description_.clear();
-  for (int n = 0; n <= kLastDescriptionLine; ++n) {
-    std::optional<std::string> line =
-        Leggi_tag(kParbaseFile, false, "descprogr" + std::to_string(n));
-    if (!line) break;
-    description_ += *line + " ";
-  }
-  std::optional<std::string> language = Leggi_tag(kParbaseFile, false, "linguaggio");
-  language_ = !language              ? ProgramLanguage::kNone
-              : *language == "cobol" ? ProgramLanguage::kCobol
-                                     : ProgramLanguage::kEasytrieve;
-  std::optional<std::string> kind = Leggi_tag(kParbaseFile, false, "tipoprogr");
-  kind_ = kind && *kind == "match"     ? ProgramKind::kMatch
-          : kind && *kind == "routine" ? ProgramKind::kRoutine
-                                       : ProgramKind::kBatch;
-  for (int s = 0; s < kSwitchCount; ++s)
-    switches_[s] = Leggi_tag_onoff(kParbaseFile, false, kSwitchTags[s]);
-  for (int c = 0; c < kCountCount; ++c) {
-    // Files written before the parameter cards existed simply have none.
-    const bool parameters = c == static_cast<int>(Count::kParameters);
-    int value = Leggi_tag_int(kParbaseFile, !parameters, kCountTags[c]);
-    if (parameters && value < 0) value = 0;
-    counts_[c] = value >= 0 && value <= kMaxCount ? value : kNoCount;
-  }
+  for (const std::string& line : record.description) description_ += line + " ";
+  language_ = record.language;
+  kind_ = record.kind.value_or(ProgramKind::kBatch);
+  switches_ = record.switches;
+  counts_ = record.counts;
 }
 
 void BaseParameters::apply_language_rules() {
@@ -113,6 +82,11 @@ void BaseParameters::apply_language_rules() {
 }
 
 bool BaseParameters::set_name(const std::string& text) {
+  if (has_line_break(text)) {
+    Mostra_popup(line_break_message(name_field()));
+    name_.clear();
+    return false;
+  }
   if (!text.empty() && text[0] >= '0' && text[0] <= '9') {
     Mostra_popup(bilingual("The First Character of the Program Name cannot be :",
                            "Il primo Carattere del Nome Programma non puo' essere :") +
@@ -130,6 +104,11 @@ bool BaseParameters::set_name(const std::string& text) {
   std::string name = text;
   Trim_spazi(name);
   if (name.find_first_not_of(' ') == std::string::npos) name.clear();
+  name = upper_case(name);
+  if (!name.empty() && !is_member_name(name)) {
+    Mostra_popup(member_name_message(name));
+    return false;
+  }
   name_ = name;
   return true;
 }
@@ -181,22 +160,55 @@ bool BaseParameters::set_count(Count c, int value) {
   return true;
 }
 
+bool BaseParameters::set_description(const std::string& box_text) {
+  if (stray_control(box_text)) {
+    Mostra_popup(
+        line_break_message(bilingual("the Program Description", "la Descrizione Programma")));
+    description_.clear();
+    return false;
+  }
+  description_ = box_text;
+  const int width = description_width();
+  const std::vector<std::string> cut = description_cut_words(description_, width);
+  if (!cut.empty())
+    Mostra_popup(bilingual("These words of the Program Description are longer than a line of " +
+                               std::to_string(width) + " characters and will be cut: ",
+                           "Queste parole della Descrizione Programma sono piu' lunghe di una "
+                           "riga di " +
+                               std::to_string(width) + " caratteri e verranno troncate: ") +
+                 joined(cut));
+  return true;
+}
+
 std::vector<std::string> BaseParameters::description_lines() const {
   return wrap_description(description_, description_width());
 }
 
-bool BaseParameters::confirm() const {
+Status BaseParameters::confirm() const {
   if (name_.empty()) {
-    Mostra_popup("Warning!! You haven't inserted the Program NAME! ",
-                 "Attenzione!! Non hai inserito il NOME del Programma!");
-    return false;
+    const std::string message = bilingual("Warning!! You haven't inserted the Program NAME! ",
+                                          "Attenzione!! Non hai inserito il NOME del Programma!");
+    Mostra_popup(message);
+    return Status::failure(message);
   }
   if (language_ == ProgramLanguage::kNone) {
-    Mostra_popup("Warning! Choose the Code Type!",
-                 "Attenzione!! Non hai scelto il tipo di Codice!");
-    return false;
+    const std::string message = bilingual("Warning! Choose the Code Type!",
+                                          "Attenzione!! Non hai scelto il tipo di Codice!");
+    Mostra_popup(message);
+    return Status::failure(message);
   }
-  return write(kParbaseFile).ok();
+  return write(kParbaseFile);
+}
+
+ProgramRecord BaseParameters::record() const {
+  ProgramRecord record;
+  record.name = name_;
+  record.language = language_;
+  record.kind = kind_;
+  record.switches = switches_;
+  record.counts = counts_;
+  record.description = description_lines();
+  return record;
 }
 
 Status BaseParameters::write(const std::string& destination) const {
@@ -204,31 +216,7 @@ Status BaseParameters::write(const std::string& destination) const {
     Scrivi_log("Impossibile scrivere Parametri - Dest file a NULL:", kNoNumber, LogKind::kError);
     return Status::failure("Impossibile scrivere Parametri - Dest file a NULL");
   }
-  auto on_off = [this](Switch s) { return switch_on(s) ? "on" : "off"; };
-  std::string text;
-  auto put_count = [&](Count c) {
-    append_tag_line(text, count_tag(c), std::to_string(std::max(count(c), 0)));
-  };
-
-  append_tag_line(text, "nomeprogr", name_);
-  if (language_ != ProgramLanguage::kNone)
-    append_tag_line(text, "linguaggio", language_word(language_));
-  if (kind_) append_tag_line(text, "tipoprogr", kind_word(*kind_));
-  for (Switch s : {Switch::kConstants, Switch::kThru, Switch::kBuffering, Switch::kStream,
-                   Switch::kComments, Switch::kJcl})
-    append_tag_line(text, switch_tag(s), on_off(s));
-  for (Count c : {Count::kFilein, Count::kFileout, Count::kReport, Count::kSelect, Count::kFetch,
-                  Count::kUpdate, Count::kInsert, Count::kDelete})
-    put_count(c);
-  append_tag_line(text, switch_tag(Switch::kRollback), on_off(Switch::kRollback));
-  append_tag_line(text, switch_tag(Switch::kCommit), on_off(Switch::kCommit));
-  put_count(Count::kParameters);
-
-  std::vector<std::string> lines = description_lines();
-  if (lines.empty()) lines.push_back(kEmptyDescription);
-  for (std::size_t n = 0; n < lines.size(); ++n)
-    append_tag_line(text, "descprogr" + std::to_string(n), lines[n]);
-  return Scrivi_file(destination, true, text);
+  return write_parbase(record(), destination);
 }
 
 }  // namespace quorva

@@ -6,41 +6,9 @@
 #include <vector>
 
 #include "port/status.h"
+#include "store/parbase_file.h"
 
 namespace quorva {
-
-constexpr const char* kParbaseFile = "temp/Parbase.dat";
-
-enum class ProgramLanguage { kNone, kCobol, kEasytrieve };
-enum class ProgramKind { kBatch = 0, kRoutine = 1, kMatch = 2 };
-
-/// The check boxes, in the order their tags are written.
-enum class Switch { kConstants, kThru, kBuffering, kStream, kComments, kJcl, kRollback, kCommit };
-constexpr int kSwitchCount = 8;
-
-/// The count drop-downs ("0" to "9"); kParameters is the run-time parameter cards (SYSIN).
-enum class Count {
-  kFilein,
-  kFileout,
-  kReport,
-  kSelect,
-  kFetch,
-  kUpdate,
-  kInsert,
-  kDelete,
-  kParameters
-};
-constexpr int kCountCount = 9;
-constexpr int kMaxCount = 9;
-/// A drop-down with no entry chosen (its tag was missing).
-constexpr int kNoCount = -1;
-
-/// Tag of a switch or a count in temp/Parbase.dat.
-const char* switch_tag(Switch s);
-const char* count_tag(Count c);
-/// Stored language and kind words: "cobol"/"easytrieve", "batch"/"routine"/"match".
-const char* language_word(ProgramLanguage language);
-const char* kind_word(ProgramKind kind);
 
 /// The Base Parameters panel (WindowParBase): the state of its controls and every rule.
 class BaseParameters {
@@ -63,7 +31,10 @@ class BaseParameters {
   bool report_enabled() const { return language_ != ProgramLanguage::kCobol; }
 
   /// The name check: a leading digit is refused with the first-character message and the
-  /// stored name keeps its value; longer than 8 characters is refused; else stored trimmed.
+  /// stored name keeps its value; longer than 8 characters is refused; else the text is
+  /// trimmed and upper-cased, as a TSO panel takes it, and must be a member name (1 to 8 of
+  /// A-Z, 0-9, @ # $): anything else is refused, keeping the stored name. A line break or a
+  /// NUL empties the name. False, with the message shown, when refused.
   bool set_name(const std::string& text);
   /// Chooses the language and applies the language rules.
   void set_language(ProgramLanguage language);
@@ -73,20 +44,25 @@ class BaseParameters {
   bool set_switch(Switch s, bool on);
   /// False, with a message, outside 0-9 or for the report count under Cobol.
   bool set_count(Count c, int value);
-  void set_description(const std::string& box_text) { description_ = box_text; }
+  /// The description box's text, lines separated by "\n" (or "\r\n"). A NUL or a carriage
+  /// return that ends no line empties it: false, with the message shown. A word longer
+  /// than a wrapped line is reported, as the wrap will cut it.
+  bool set_description(const std::string& box_text);
 
   /// The wrapped description lines, as they will be stored.
   std::vector<std::string> description_lines() const;
 
-  /// OK: checks name and language (message and false, nothing written) then writes
+  /// OK: checks name and language (message and failure, nothing written) then writes
   /// temp/Parbase.dat.
-  bool confirm() const;
-  /// Writes the state to `destination`, replacing the file whole.
+  Status confirm() const;
+  /// Writes the state to `destination`, replacing the file whole in one write.
   Status write(const std::string& destination) const;
+  /// What the panel writes.
+  ProgramRecord record() const;
 
  private:
   void apply_language_rules();
-  void load();
+  void load(const ProgramRecord& record);
 
   std::string name_;
   ProgramLanguage language_ = ProgramLanguage::kNone;

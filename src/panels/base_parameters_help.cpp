@@ -1,9 +1,11 @@
 #include "panels/base_parameters_help.h"
 
 #include "panels/base_parameters.h"
+#include "port/user_interface.h"
+#include "store/config_file.h"
+#include "store/key2value_file.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
-#include "port/user_interface.h"
 
 namespace quorva {
 namespace {
@@ -156,20 +158,12 @@ std::string quick_help_summary(const BaseParameters& panel) {
 ProgramInformation program_information() {
   ProgramInformation info;
   info.custom_codes = used_slots("temp/customused.dat", "Custom_code_", 30);
-  info.key2value_collections = used_slots("temp/customK2V.dat", "Key2Value_", 25);
+  info.key2value_collections = used_slots(kCustomK2VFile, "Key2Value_", kCollectionSlots);
   info.flag_collections = used_slots("temp/Flags.dat", "FlagsColl_", 25);
   const std::string path = template_path();
   info.template_name = Leggi_tag(path, false, "quormem").value_or("");
   info.template_lines = Leggi_tag(path, false, "numlines").value_or("");
   return info;
-}
-
-std::string template_path() {
-  std::optional<std::string> alternative =
-      Leggi_tag("Resource/QVconfig.ini", false, "ALTERNATIVE_QUORMEM_FILE");
-  if (!alternative) return "Resource/Quormem.txt";
-  if (alternative->find_first_of("/\\") == std::string::npos) return "Resource/" + *alternative;
-  return *alternative;
 }
 
 void open_main_pseudo_source() {

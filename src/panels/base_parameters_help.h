@@ -51,9 +51,6 @@ struct ProgramInformation {
 };
 ProgramInformation program_information();
 
-/// ALTERNATIVE_QUORMEM_FILE (a bare file name is taken inside Resource/), else
-/// Resource/Quormem.txt.
-std::string template_path();
 /// "Main Pseudo Source Code": the notice, then the template handed to the desktop.
 void open_main_pseudo_source();
 

@@ -4,14 +4,16 @@
 
 #include "dclgen/dclgen_check.h"
 #include "dclgen/member_lines.h"
+#include "store/config_file.h"
+#include "store/key2value_file.h"
+#include "store/user_file.h"
+#include "tagfile/folder_lock.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
 
 namespace quorva {
 namespace {
-
-constexpr const char* kKey2Value = "temp/key2value.dat";
 
 const char* kind_title(AccessKind kind) {
   switch (kind) {
@@ -32,7 +34,7 @@ const char* kind_title(AccessKind kind) {
 }  // namespace
 
 std::string dclgen_member_path(const std::string& member) {
-  return Leggi_tag("Resource/User.dat", false, "sourcedirectory").value_or("") + member + ".DCL";
+  return source_folder_file(member + ".DCL");
 }
 
 std::string master_tag(AccessKind kind, int access) {
@@ -77,7 +79,7 @@ bool ColumnSelection::open_text(std::string_view text) {
     Mostra_popup(sql.message);
     return false;
   }
-  bool compress = Leggi_tag_onoff("Resource/QVconfig.ini", false, "ENABLE_COBOL_VARS_COMPRESSION");
+  const bool compress = config_switch(kCobolVarsCompressionKey);
   DclgenPassResult cobol = parser.parse_cobol(text, compress);
   take_parse(parser);
   if (!cobol.ok) {
@@ -93,8 +95,8 @@ bool ColumnSelection::open_text(std::string_view text) {
 void ColumnSelection::take_parse(const DclgenParser& parser) {
   columns_ = parser.columns();
   selected_.assign(columns_.size(), false);
-  structure_name = parser.structure();
-  prefix = parser.names_prefix();
+  structure_name_ = parser.structure();
+  prefix_ = parser.names_prefix();
   numbered_ = !parser.names_prefix().empty() && !parser.colsuffix();
 }
 
@@ -161,12 +163,11 @@ bool ColumnSelection::load_previous_selection() {
   if (forced) status_ = forced_null_status();
   if (!block->access_text.empty()) {
     HostNaming naming = parse_host_naming(block->access_text);
-    prefix = naming.prefix;
+    prefix_ = naming.prefix;
     numbered_ = naming.numbered;
   }
-  if (std::optional<std::string> name = Leggi_tag(kKey2Value, false, level01_key(kind_, access_))) {
-    structure_name = *name;
-  }
+  if (std::optional<std::string> name = read_key2value(level01_key(kind_, access_)))
+    structure_name_ = *name;
   return true;
 }
 
@@ -192,7 +193,34 @@ std::optional<int> ColumnSelection::search(const std::string& text) {
   return std::nullopt;
 }
 
-bool ColumnSelection::ok() {
+bool ColumnSelection::set_structure_name(const std::string& text) {
+  if (has_line_break(text)) {
+    Mostra_popup(line_break_message("Struct Name ( level 01 )"));
+    structure_name_.clear();
+    return false;
+  }
+  structure_name_ = text;
+  return true;
+}
+
+bool ColumnSelection::set_prefix(const std::string& text) {
+  if (has_line_break(text)) {
+    Mostra_popup(line_break_message("Variables Prefix"));
+    prefix_.clear();
+    return false;
+  }
+  prefix_ = text;
+  return true;
+}
+
+Status ColumnSelection::ok() {
+  // The store refuses them too; checked here so that neither file is written.
+  if (has_line_break(structure_name_) || has_line_break(prefix_)) {
+    const std::string message = line_break_message(
+        has_line_break(prefix_) ? "Variables Prefix" : "Struct Name ( level 01 )");
+    Mostra_popup(message);
+    return Status::failure(message);
+  }
   std::vector<DclgenColumn> chosen;
   int nullable = 0;
   for (std::size_t i = 0; i < columns_.size(); ++i) {
@@ -203,26 +231,29 @@ bool ColumnSelection::ok() {
   }
   const char* file = column_file_name(kind_);
   std::string tag = master_tag(kind_, access_);
-  HostNaming naming{prefix, numbered_};
+  HostNaming naming{prefix_, numbered_};
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
   if (!Riscrivi_tag_treedb2(file, tag, selection_, true, member_, format_host_naming(naming),
                             chosen)) {
-    Mostra_popup("Error writing te COLUMN detail. Look at the Log file.",
-                 "Errore nella scrittura del dettaglio COLONNE. Vedi Log.");
+    const std::string message =
+        bilingual("Error writing te COLUMN detail. Look at the Log file.",
+                  "Errore nella scrittura del dettaglio COLONNE. Vedi Log.");
+    Mostra_popup(message);
     Scrivi_log("Errore nella scrittura del dettaglio COLONNE.", kNoNumber, LogKind::kError);
     Scrivi_log_dettaglio("nomefile:", file, kNoNumber, kNoNumber, LogKind::kError);
     Scrivi_log_dettaglio("Mastertag:", tag, kNoNumber, kNoNumber, LogKind::kError);
-    return false;
+    return Status::failure(message);
   }
-  if (kind_ != AccessKind::kDelete) {
-    std::string key = level01_key(kind_, access_);
-    if (structure_name.empty()) {
-      if (Esiste_file(kKey2Value) && !Cancella_tag(kKey2Value, true, key)) return false;
-    } else {
-      if (!Esiste_file(kKey2Value) && !Crea_file(kKey2Value, true)) return false;
-      if (!Modifica_tag(kKey2Value, true, true, key, structure_name)) return false;
-    }
+  if (kind_ == AccessKind::kDelete) return {};
+  TagEdit keys = key2value_edit();
+  if (structure_name_.empty()) {
+    if (!Esiste_file(kKey2ValueFile)) return {};
+    keys.remove(level01_key(kind_, access_));
+  } else {
+    keys.set(level01_key(kind_, access_), structure_name_);
   }
-  return true;
+  return keys.apply(true);
 }
 
 }  // namespace quorva

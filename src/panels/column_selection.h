@@ -8,6 +8,7 @@
 #include "dclgen/dclgen_column.h"
 #include "dclgen/dclgen_parser.h"
 #include "engine/column_file.h"
+#include "port/status.h"
 
 namespace quorva {
 
@@ -68,14 +69,20 @@ class ColumnSelection {
   /// when nothing more matches (the next search starts again from the first column).
   std::optional<int> search(const std::string& text);
 
-  std::string structure_name;  ///< "Struct Name ( level 01 ) :"
-  std::string prefix;          ///< "Variables Prefix (optional) :"
+  /// "Struct Name ( level 01 ) :"
+  const std::string& structure_name() const { return structure_name_; }
+  /// "Variables Prefix (optional) :"
+  const std::string& prefix() const { return prefix_; }
+  /// False, with the message shown and the field emptied, for a line break or a NUL.
+  bool set_structure_name(const std::string& text);
+  bool set_prefix(const std::string& text);
   /// True when the member numbers its host variables (NAMES without COLSUFFIX(YES)).
   bool numbered() const { return numbered_; }
 
   /// OK: writes the marked columns into the kind's column file and the structure name
-  /// under its LEV01- key (not for DELETE). False, with the message shown, when writing failed.
-  bool ok();
+  /// under its LEV01- key (not for DELETE). A failure, with the message shown, when writing
+  /// failed.
+  Status ok();
 
  private:
   void take_parse(const DclgenParser& parser);
@@ -92,6 +99,8 @@ class ColumnSelection {
   bool numbered_ = false;
   std::string last_search_;
   int last_hit_ = -1;
+  std::string structure_name_;
+  std::string prefix_;
 };
 
 }  // namespace quorva

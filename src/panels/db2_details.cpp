@@ -4,18 +4,19 @@
 #include <set>
 
 #include "dclgen/dclgen_member.h"
-#include "panels/file_details.h"
+#include "panels/column_selection.h"
 #include "panels/row_field.h"
+#include "port/user_interface.h"
+#include "store/config_file.h"
+#include "store/key2value_file.h"
 #include "tagfile/folder_lock.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
-#include "port/user_interface.h"
 
 namespace quorva {
 namespace {
 
-constexpr const char* kConfig = "Resource/QVconfig.ini";
 constexpr const char* kTransferMark = "temp/dummy_file.txt";
 constexpr std::size_t kNameLimit = 20;
 constexpr std::size_t kDescriptionLimit = 47;
@@ -26,7 +27,7 @@ std::string key(const char* prefix, int row, AccessKind kind) {
 }
 
 bool keep_descriptions_enabled() {
-  return Leggi_tag_int(kConfig, false, "ENABLE_SAVE_DESCR_DB2") > 0;
+  return config_switch(kSaveDescriptionsDb2Key);
 }
 
 // Asked on OK and on Cancel while a transfer still runs; true lets the panel close.
@@ -40,7 +41,7 @@ bool transfer_check() {
 
 }  // namespace
 
-Status MydetailDb2(AccessKind kind, bool filled, const std::string& prefix,
+Status MydetailDb2(TagEdit& edit, AccessKind kind, bool filled, const std::string& prefix,
                    const std::optional<std::string>& text, int row) {
   if (filled && !text) {
     Scrivi_log("MydetailDb2 - _scrivi parse owner:Valore non valido a Null", row, LogKind::kError);
@@ -48,12 +49,21 @@ Status MydetailDb2(AccessKind kind, bool filled, const std::string& prefix,
   }
   const std::string name = key(prefix.c_str(), row, kind);
   if (filled)
-    return Modifica_tag(kKey2ValueFile, true, true, name, *text);
-  return Cancella_tag(kKey2ValueFile, true, name);
+    edit.set(name, *text);
+  else
+    edit.remove(name);
+  return {};
+}
+
+Status MydetailDb2(AccessKind kind, bool filled, const std::string& prefix,
+                   const std::optional<std::string>& text, int row) {
+  TagEdit edit = key2value_edit();
+  if (Status s = MydetailDb2(edit, kind, filled, prefix, text, row); !s) return s;
+  return edit.apply(true);
 }
 
 std::string Db2Details::member_path(const std::string& include) {
-  return Leggi_tag("Resource/User.dat", false, "sourcedirectory").value_or("") + include + ".DCL";
+  return dclgen_member_path(include);
 }
 
 Db2Details Db2Details::open(bool easytrieve, AccessKind kind, int count) {
@@ -62,11 +72,10 @@ Db2Details Db2Details::open(bool easytrieve, AccessKind kind, int count) {
   panel.kind_ = kind;
   panel.count_ = std::clamp(count, 0, 9);
   const bool kept = keep_descriptions_enabled();
+  const TagText keys = read_key2value_file();
   for (int n = 1; n <= 9; ++n) {
     Db2Row& row = panel.rows_[n - 1];
-    auto read = [&](const char* prefix) {
-      return Leggi_tag(kKey2ValueFile, false, key(prefix, n, kind)).value_or("");
-    };
+    auto read = [&](const char* prefix) { return keys.value(key(prefix, n, kind)).value_or(""); };
     row.owner = read("T-");
     row.table = read("TABEL-");
     row.cursor = read("CURS-");
@@ -76,9 +85,9 @@ Db2Details Db2Details::open(bool easytrieve, AccessKind kind, int count) {
       row.description =
           read_kept_description(member_path(row.include), access_letter(kind)).value_or("");
   }
-  panel.autofill_ = Leggi_tag_onoff(kConfig, false, "Autofill_db2");
-  panel.auto_owner_ = Leggi_tag_onoff(kConfig, false, "AutoOwner_db2");
-  panel.dclgen_library_ = Leggi_tag(kConfig, false, "download_dclgen_lib").value_or("");
+  panel.autofill_ = config_switch(kAutofillDb2Key);
+  panel.auto_owner_ = config_switch(kAutoOwnerDb2Key);
+  panel.dclgen_library_ = read_config(kDclgenLibraryKey).value_or("");
   return panel;
 }
 
@@ -89,42 +98,45 @@ std::string Db2Details::heading() const {
          bilingual(" program.", ".");
 }
 
-bool Db2Details::field_allowed(int row, const std::string& text, std::size_t limit,
-                               const char* label) const {
-  return row_field_allowed(row_enabled(row), row, count_, text, limit, label);
+bool Db2Details::set_field(std::string Db2Row::*field, int row, const std::string& text,
+                           std::size_t limit, const char* label) {
+  std::string ignored;
+  std::string& target = row_enabled(row) ? rows_[row - 1].*field : ignored;
+  return set_row_field(target, row_enabled(row), row, count_, text, limit, label);
 }
 
 bool Db2Details::set_owner(int row, const std::string& text) {
-  if (!field_allowed(row, text, kNameLimit, "OWNER")) return false;
-  rows_[row - 1].owner = text;
-  return true;
+  return set_field(&Db2Row::owner, row, text, kNameLimit, "OWNER");
 }
 
 bool Db2Details::set_table(int row, const std::string& text) {
-  if (!field_allowed(row, text, kNameLimit, "TABLE NAME")) return false;
-  rows_[row - 1].table = text;
-  return true;
+  return set_field(&Db2Row::table, row, text, kNameLimit, "TABLE NAME");
 }
 
 bool Db2Details::set_cursor(int row, const std::string& text) {
-  if (!field_allowed(row, text, kNameLimit, "CURSOR")) return false;
-  rows_[row - 1].cursor = text;
-  return true;
+  return set_field(&Db2Row::cursor, row, text, kNameLimit, "CURSOR");
 }
 
 bool Db2Details::set_description(int row, const std::string& text) {
-  if (!field_allowed(row, text, kDescriptionLimit, "DESCRIPTION")) return false;
-  rows_[row - 1].description = text;
-  return true;
+  return set_field(&Db2Row::description, row, text, kDescriptionLimit, "DESCRIPTION");
 }
 
 bool Db2Details::set_include(int row, const std::string& text) {
-  if (!field_allowed(row, text, kIncludeLimit, "INCLUDE")) return false;
+  if (!set_field(&Db2Row::include, row, text, kIncludeLimit, "INCLUDE")) return false;
   Db2Row& target = rows_[row - 1];
-  target.include = text;
   if (keep_descriptions_enabled() && target.description.empty() && !text.empty())
     target.description =
         read_kept_description(member_path(text), access_letter(kind_)).value_or("");
+  return true;
+}
+
+bool Db2Details::set_dclgen_library(const std::string& library) {
+  if (has_line_break(library)) {
+    Mostra_popup(line_break_message("DCLGEN library"));
+    dclgen_library_.clear();
+    return false;
+  }
+  dclgen_library_ = library;
   return true;
 }
 
@@ -158,9 +170,9 @@ bool Db2Details::cancel() const {
   return transfer_check();
 }
 
-bool Db2Details::confirm() {
+Result<bool> Db2Details::confirm() {
   if (!transfer_check()) return false;
-  if (!remove_if_present(kTransferMark, true)) return false;
+  if (Status removed = remove_if_present(kTransferMark, true); !removed) return removed;
   if (has_duplicate_cursor() &&
       ui().ask_yes_no(bilingual("Internal check", "Check interno"),
                       bilingual("You have used the same name for more than 1 cursor...\nWould "
@@ -169,49 +181,51 @@ bool Db2Details::confirm() {
                                 "correggerli adesso?")))
     return false;
   FolderLock lock;
-  if (!lock.held()) return false;
-  Status written;
-  if (!dclgen_library_.empty())
-    written &= Modifica_tag(kConfig, true, true, "download_dclgen_lib", dclgen_library_);
-  written &= Modifica_tag(kConfig, true, true, "Autofill_db2", autofill_ ? "ON" : "OFF");
-  written &= Modifica_tag(kConfig, true, true, "AutoOwner_db2", auto_owner_ ? "ON" : "OFF");
-  if (!written) return false;
+  if (!lock.held()) return lock.status();
+  TagEdit options = config_edit();
+  if (!dclgen_library_.empty()) options.set(kDclgenLibraryKey, dclgen_library_);
+  options.set(kAutofillDb2Key, switch_word(autofill_));
+  options.set(kAutoOwnerDb2Key, switch_word(auto_owner_));
+  if (Status written = options.apply(true); !written) return written;
   if (autofill_) fill_from_dclgen();
   if (auto_owner_) copy_first_owner();
-  if (!write_rows()) return false;
-  if (keep_descriptions_enabled()) keep_descriptions();
+  if (Status written = write_rows(); !written) return written;
+  if (keep_descriptions_enabled())
+    if (Status kept = keep_descriptions(); !kept) return kept;
   return true;
 }
 
 Status Db2Details::write_rows() const {
-  if (!Esiste_file(kKey2ValueFile))
-    if (Status s = Crea_file(kKey2ValueFile, true); !s) return s;
+  TagEdit keys = key2value_edit();
   for (int n = 1; n <= count_; ++n) {
     const Db2Row& row = rows_[n - 1];
-    Status written = MydetailDb2(kind_, !row.owner.empty(), "T-", row.owner, n);
-    written &= MydetailDb2(kind_, !row.table.empty(), "TABEL-", row.table, n);
-    written &= MydetailDb2(kind_, !row.cursor.empty(), "CURS-", row.cursor, n);
+    Status gathered = MydetailDb2(keys, kind_, !row.owner.empty(), "T-", row.owner, n);
+    gathered &= MydetailDb2(keys, kind_, !row.table.empty(), "TABEL-", row.table, n);
+    gathered &= MydetailDb2(keys, kind_, !row.cursor.empty(), "CURS-", row.cursor, n);
     // LEV01- follows the member: it goes when the INCLUDE goes or names no host structure.
     std::string structure;
     if (!row.include.empty()) {
       if (std::optional<DclgenTableInfo> info = read_table_info(member_path(row.include)))
         structure = info->structure;
     }
-    written &= MydetailDb2(kind_, !structure.empty(), "LEV01-", structure, n);
-    written &= MydetailDb2(kind_, !row.include.empty(), "INCLU-", row.include, n);
-    written &= MydetailDb2(kind_, !row.description.empty(), "DESCDB2-", row.description, n);
-    if (!written) return written;
+    gathered &= MydetailDb2(keys, kind_, !structure.empty(), "LEV01-", structure, n);
+    gathered &= MydetailDb2(keys, kind_, !row.include.empty(), "INCLU-", row.include, n);
+    gathered &= MydetailDb2(keys, kind_, !row.description.empty(), "DESCDB2-", row.description, n);
+    if (!gathered) return gathered;
   }
-  return {};
+  return keys.apply(true);
 }
 
-void Db2Details::keep_descriptions() const {
+Status Db2Details::keep_descriptions() const {
+  Status kept;
   for (int n = 1; n <= count_; ++n) {
     const Db2Row& row = rows_[n - 1];
     if (row.include.empty() || row.description.empty()) continue;
     const std::string path = member_path(row.include);
-    if (Esiste_file(path)) write_kept_description(path, access_letter(kind_), row.description);
+    if (Esiste_file(path))
+      kept &= write_kept_description(path, access_letter(kind_), row.description);
   }
+  return kept;
 }
 
 std::string Db2Details::quick_help() {

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "port/status.h"
-
 #include "engine/column_file.h"
+#include "port/status.h"
+#include "store/tag_edit.h"
 
 namespace quorva {
 
@@ -21,6 +21,10 @@ struct Db2Row {
 
 /// The `MydetailDb2` writer: prefix + row + kind letter set to `text` in temp/key2value.dat,
 /// or removed when the field is blank. "Filled" with no text is logged and writes nothing.
+/// The form with an edit adds its change to it, for the panel's OK to make in one write;
+/// the other writes at once.
+Status MydetailDb2(TagEdit& edit, AccessKind kind, bool filled, const std::string& prefix,
+                   const std::optional<std::string>& text, int row);
 Status MydetailDb2(AccessKind kind, bool filled, const std::string& prefix,
                    const std::optional<std::string>& text, int row);
 
@@ -39,7 +43,9 @@ class Db2Details {
   std::string heading() const;
 
   /// Field setters for an enabled row; false, with a message, for a disabled row or a text
-  /// over the field's limit. A new INCLUDE brings back the description kept in its member.
+  /// over the field's limit (the field keeps its value), or a text with a line break or a
+  /// NUL (the field is emptied). A new INCLUDE brings back the description kept in its
+  /// member.
   bool set_owner(int row, const std::string& text);
   bool set_table(int row, const std::string& text);
   bool set_cursor(int row, const std::string& text);
@@ -51,11 +57,14 @@ class Db2Details {
   const std::string& dclgen_library() const { return dclgen_library_; }
   void set_autofill(bool on) { autofill_ = on; }
   void set_auto_owner(bool on) { auto_owner_ = on; }
-  void set_dclgen_library(const std::string& library) { dclgen_library_ = library; }
+  /// False, with the message shown and the field emptied, for a line break or a NUL.
+  bool set_dclgen_library(const std::string& library);
 
-  /// OK: the FTP check and the duplicate-cursor questions, then the options and every row.
-  /// False when a question keeps the panel open (nothing written).
-  bool confirm();
+  /// OK: the FTP check and the duplicate-cursor questions, then the options (one write of
+  /// the configuration), every row (one write of temp/key2value.dat) and the descriptions
+  /// kept in the members. False when a question keeps the panel open (nothing written); a
+  /// failure when a write failed.
+  Result<bool> confirm();
   /// Cancel: the FTP check only; false keeps the panel open. Writes nothing.
   bool cancel() const;
 
@@ -69,10 +78,11 @@ class Db2Details {
   static std::string quick_help();
 
  private:
-  bool field_allowed(int row, const std::string& text, std::size_t limit, const char* label) const;
+  bool set_field(std::string Db2Row::*field, int row, const std::string& text, std::size_t limit,
+                 const char* label);
   bool has_duplicate_cursor() const;
   Status write_rows() const;
-  void keep_descriptions() const;
+  Status keep_descriptions() const;
 
   bool easytrieve_ = false;
   AccessKind kind_ = AccessKind::kSelect;

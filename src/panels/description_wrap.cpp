@@ -1,7 +1,6 @@
 #include "panels/description_wrap.h"
 
-#include <algorithm>
-
+#include "store/config_file.h"
 #include "tagfile/tag_file.h"
 
 namespace quorva {
@@ -12,7 +11,9 @@ std::string trimmed(std::string text) {
   return text;
 }
 
-// Each box line followed by one blank, as the box is read line by line.
+// Each line of the box followed by one blank, as the box hands its lines over. A line over
+// the box's width is the box's word wrap: broken at its last blank within the width (the
+// blank becomes the line end), or at the width when it has none.
 std::string joined_box_lines(const std::string& box_text) {
   std::string text;
   if (box_text.empty()) return text;
@@ -21,54 +22,79 @@ std::string joined_box_lines(const std::string& box_text) {
     std::size_t end = box_text.find('\n', start);
     std::string line = box_text.substr(start, end == std::string::npos ? end : end - start);
     if (!line.empty() && line.back() == '\r') line.pop_back();
-    text.append(line, 0, std::min(line.size(), kDescriptionBoxLine));
-    text.push_back(' ');
+    while (line.size() > kDescriptionBoxLine) {
+      const std::size_t blank = line.rfind(' ', kDescriptionBoxLine);
+      const std::size_t cut = blank == std::string::npos ? kDescriptionBoxLine : blank;
+      text.append(line, 0, cut).push_back(' ');
+      line.erase(0, blank == std::string::npos ? cut : cut + 1);
+    }
+    text.append(line).push_back(' ');
     if (end == std::string::npos) break;
     start = end + 1;
   }
   return text;
 }
 
-}  // namespace
+struct Wrapped {
+  std::vector<std::string> lines;
+  std::vector<std::string> cut;  // words that lost characters, whole
+};
 
-int description_width() {
-  int width = Leggi_tag_int("Resource/QVconfig.ini", false, "DESCR_BREAK_POINT");
-  return width > 0 ? width : kDefaultDescriptionWidth;
-}
-
-std::vector<std::string> wrap_description(const std::string& box_text, int width) {
+Wrapped wrap(const std::string& box_text, int width) {
   std::string text = joined_box_lines(box_text);
   // 0xC8 is the box's own line-break residue; a typed "È" goes with it.
   if (text == "\xC8") text.clear();
   for (char& c : text)
     if (c == '\xC8') c = ' ';
 
-  std::vector<std::string> lines;
-  if (text.empty()) return lines;
+  Wrapped out;
+  if (text.empty()) return out;
   const std::size_t limit = width > 0 ? static_cast<std::size_t>(width) : 0;
   std::string line;
   std::string word;
+  std::string whole;  // the word as typed, to name it when it is cut
+  auto end_word = [&] {
+    if (whole.size() > word.size()) out.cut.push_back(trimmed(whole));
+  };
   for (char c : text) {
     if (c == ' ') {
+      end_word();
       if (line.size() + word.size() > limit) {
-        lines.push_back(trimmed(line));
+        out.lines.push_back(trimmed(line));
         line.assign(word);
       } else {
         line.append(word);
       }
       word.assign(1, ' ');
-    } else if (word.size() <= limit) {
-      word += c;
+      whole.assign(1, ' ');
+    } else {
+      whole += c;
+      if (word.size() <= limit) word += c;
     }
   }
+  end_word();
   if (line.size() + word.size() > limit) {
-    lines.push_back(trimmed(line));
-    lines.push_back(trimmed(word));
+    out.lines.push_back(trimmed(line));
+    out.lines.push_back(trimmed(word));
   } else {
     line.append(word);
-    lines.push_back(trimmed(line));
+    out.lines.push_back(trimmed(line));
   }
-  return lines;
+  return out;
+}
+
+}  // namespace
+
+int description_width() {
+  return read_break_point(kDescriptionBreak);
+}
+
+std::vector<std::string> wrap_description(const std::string& box_text, int width) {
+  return wrap(box_text, width).lines;
+}
+
+std::vector<std::string> description_cut_words(const std::string& box_text, int width) {
+  return wrap(box_text, width).cut;
 }
 
 }  // namespace quorva

@@ -3,10 +3,9 @@
 #include <algorithm>
 
 #include "panels/row_field.h"
+#include "tagfile/folder_lock.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
-#include "tagfile/folder_lock.h"
-#include "tagfile/tag_file.h"
 
 namespace quorva {
 namespace {
@@ -19,9 +18,18 @@ std::string numbered(const char* prefix, int row) {
   return prefix + std::to_string(row);
 }
 
-Status set_or_remove(bool filled, const std::string& key, const std::string& text) {
-  if (filled) return Modifica_tag(kKey2ValueFile, true, true, key, text);
-  return Cancella_tag(kKey2ValueFile, true, key);
+// "Filled" with no text: logged with the row, nothing written.
+Status null_value(const char* log_text, int row) {
+  Scrivi_log(log_text, row, LogKind::kError);
+  return Status::failure("Valore non valido a Null");
+}
+
+// A writer's changes made at once, for a caller outside a panel's OK.
+template <class Writer>
+Status write_now(Writer writer) {
+  TagEdit edit = key2value_edit();
+  if (Status s = writer(edit); !s) return s;
+  return edit.apply(true);
 }
 
 const char* description_prefix(FileKind kind) {
@@ -37,44 +45,54 @@ const char* name_prefix(FileKind kind) {
 
 namespace MydetailFile {
 
-Status scrivi_nomefile(FileKind kind, bool filled, const std::optional<std::string>& text,
-                       int row) {
-  if (filled && !text) {
-    Scrivi_log("MydetailFile - scrivi parse nomefile:Valore non valido a Null", row,
-               LogKind::kError);
-    return Status::failure("Valore non valido a Null");
-  }
+Status scrivi_nomefile(TagEdit& edit, FileKind kind, bool filled,
+                       const std::optional<std::string>& text, int row) {
+  if (filled && !text)
+    return null_value("MydetailFile - scrivi parse nomefile:Valore non valido a Null", row);
   const std::string value = filled ? *text : "";
   switch (kind) {
     case FileKind::kInput:
-      if (Status s = set_or_remove(filled, numbered("UIN", row), value); !s) return s;
-      return set_or_remove(filled, numbered("FILEIN", row), value);
+      edit.set_or_remove(numbered("UIN", row), value);
+      edit.set_or_remove(numbered("FILEIN", row), value);
+      break;
     case FileKind::kOutput:
-      if (Status s = set_or_remove(filled, numbered("UOUT", row), value); !s) return s;
-      return set_or_remove(filled, numbered("FILEOUT", row), value);
+      edit.set_or_remove(numbered("UOUT", row), value);
+      edit.set_or_remove(numbered("FILEOUT", row), value);
+      break;
     case FileKind::kReport:
-      return set_or_remove(filled, numbered("STAMPA", row), value);
+      edit.set_or_remove(numbered("STAMPA", row), value);
+      break;
   }
   return {};
 }
 
+Status scrivi_nometab(TagEdit& edit, bool filled, const std::optional<std::string>& text, int row) {
+  if (filled && !text)
+    return null_value("MydetailFile - scrivi parse nometab:Valore non valido a Null", row);
+  edit.set_or_remove(numbered("NOMTAB-", row), filled ? *text : "");
+  return {};
+}
+
+Status scrivi_descfile(TagEdit& edit, FileKind kind, bool filled,
+                       const std::optional<std::string>& text, int row) {
+  if (filled && !text)
+    return null_value("MydetailFile - scrivi parse descfile:Valore non valido a Null", row);
+  edit.set_or_remove(numbered(description_prefix(kind), row), filled ? *text : "");
+  return {};
+}
+
+Status scrivi_nomefile(FileKind kind, bool filled, const std::optional<std::string>& text,
+                       int row) {
+  return write_now([&](TagEdit& edit) { return scrivi_nomefile(edit, kind, filled, text, row); });
+}
+
 Status scrivi_nometab(bool filled, const std::optional<std::string>& text, int row) {
-  if (filled && !text) {
-    Scrivi_log("MydetailFile - scrivi parse nometab:Valore non valido a Null", row,
-               LogKind::kError);
-    return Status::failure("Valore non valido a Null");
-  }
-  return set_or_remove(filled, numbered("NOMTAB-", row), filled ? *text : "");
+  return write_now([&](TagEdit& edit) { return scrivi_nometab(edit, filled, text, row); });
 }
 
 Status scrivi_descfile(FileKind kind, bool filled, const std::optional<std::string>& text,
                        int row) {
-  if (filled && !text) {
-    Scrivi_log("MydetailFile - scrivi parse descfile:Valore non valido a Null", row,
-               LogKind::kError);
-    return Status::failure("Valore non valido a Null");
-  }
-  return set_or_remove(filled, numbered(description_prefix(kind), row), filled ? *text : "");
+  return write_now([&](TagEdit& edit) { return scrivi_descfile(edit, kind, filled, text, row); });
 }
 
 }  // namespace MydetailFile
@@ -83,16 +101,15 @@ FileDetails FileDetails::open(FileKind kind, int count) {
   FileDetails panel;
   panel.kind_ = kind;
   panel.count_ = std::clamp(count, 0, kDetailRows);
+  const TagText keys = read_key2value_file();
   for (int n = 1; n <= kDetailRows; ++n) {
     FileRow& row = panel.rows_[n - 1];
-    row.name = Leggi_tag(kKey2ValueFile, false, numbered(name_prefix(kind), n)).value_or("");
-    row.report_name = Leggi_tag(kKey2ValueFile, false, numbered("NOMTAB-", n)).value_or("");
-    row.description =
-        Leggi_tag(kKey2ValueFile, false, numbered(description_prefix(kind), n)).value_or("");
+    row.name = keys.value(numbered(name_prefix(kind), n)).value_or("");
+    row.report_name = keys.value(numbered("NOMTAB-", n)).value_or("");
+    row.description = keys.value(numbered(description_prefix(kind), n)).value_or("");
   }
   if (kind == FileKind::kOutput) {
-    int excel = std::clamp(Leggi_tag_int(kDetfilesFile, false, "fileout_excel"), 0, kDetailRows);
-    excel = std::min(excel, panel.count_);
+    const int excel = std::min({read_excel_outputs(), kDetailRows, panel.count_});
     for (int n = 1; n <= excel; ++n) panel.rows_[n - 1].excel = true;
     panel.allow(excel + 1);
   }
@@ -113,27 +130,23 @@ std::string FileDetails::heading() const {
   return bilingual("Complete the informations for REPORT", "Inserisci le informazioni per REPORT.");
 }
 
-bool FileDetails::field_allowed(int row, const std::string& text, std::size_t limit,
-                                const char* label) const {
-  return row_field_allowed(row_enabled(row), row, count_, text, limit, label);
+bool FileDetails::set_field(std::string FileRow::*field, int row, const std::string& text,
+                            std::size_t limit, const char* label) {
+  std::string ignored;
+  std::string& target = row_enabled(row) ? rows_[row - 1].*field : ignored;
+  return set_row_field(target, row_enabled(row), row, count_, text, limit, label);
 }
 
 bool FileDetails::set_name(int row, const std::string& text) {
-  if (!field_allowed(row, text, kNameLimit, "FILE NAME")) return false;
-  rows_[row - 1].name = text;
-  return true;
+  return set_field(&FileRow::name, row, text, kNameLimit, "FILE NAME");
 }
 
 bool FileDetails::set_report_name(int row, const std::string& text) {
-  if (!field_allowed(row, text, kReportNameLimit, "REPORT NAME")) return false;
-  rows_[row - 1].report_name = text;
-  return true;
+  return set_field(&FileRow::report_name, row, text, kReportNameLimit, "REPORT NAME");
 }
 
 bool FileDetails::set_description(int row, const std::string& text) {
-  if (!field_allowed(row, text, kDescriptionLimit, "FILE DESCRIPTION")) return false;
-  rows_[row - 1].description = text;
-  return true;
+  return set_field(&FileRow::description, row, text, kDescriptionLimit, "FILE DESCRIPTION");
 }
 
 void FileDetails::allow(int k) {
@@ -171,21 +184,21 @@ int FileDetails::excel_rows() const {
 }
 
 Status FileDetails::confirm() const {
-  FolderLock lock;
-  if (!lock.held()) return lock.status();
-  if (!Esiste_file(kDetfilesFile))
-    if (Status s = Crea_file(kDetfilesFile, true); !s) return s;
-  if (!Esiste_file(kKey2ValueFile))
-    if (Status s = Crea_file(kKey2ValueFile, true); !s) return s;
+  TagEdit keys = key2value_edit();
   for (int n = 1; n <= count_; ++n) {
     const FileRow& row = rows_[n - 1];
-    Status written = MydetailFile::scrivi_nomefile(kind_, !row.name.empty(), row.name, n);
-    written &= MydetailFile::scrivi_nometab(!row.report_name.empty(), row.report_name, n);
-    written &= MydetailFile::scrivi_descfile(kind_, !row.description.empty(), row.description, n);
-    if (!written) return written;
+    Status gathered = MydetailFile::scrivi_nomefile(keys, kind_, !row.name.empty(), row.name, n);
+    gathered &= MydetailFile::scrivi_nometab(keys, !row.report_name.empty(), row.report_name, n);
+    gathered &=
+        MydetailFile::scrivi_descfile(keys, kind_, !row.description.empty(), row.description, n);
+    if (!gathered) return gathered;
   }
-  if (kind_ == FileKind::kOutput)
-    return Modifica_tag(kDetfilesFile, true, true, "fileout_excel", std::to_string(excel_rows()));
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
+  if (kind_ != FileKind::kOutput)
+    if (Status s = create_detfiles_if_missing(); !s) return s;
+  if (Status s = keys.apply(true); !s) return s;
+  if (kind_ == FileKind::kOutput) return write_excel_outputs(excel_rows());
   return {};
 }
 

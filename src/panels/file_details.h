@@ -5,11 +5,12 @@
 #include <string>
 
 #include "port/status.h"
+#include "store/detfiles_file.h"
+#include "store/key2value_file.h"
+#include "store/tag_edit.h"
 
 namespace quorva {
 
-constexpr const char* kKey2ValueFile = "temp/key2value.dat";
-constexpr const char* kDetfilesFile = "temp/Detfiles.dat";
 constexpr int kDetailRows = 9;
 
 enum class FileKind { kInput, kOutput, kReport };
@@ -24,13 +25,18 @@ struct FileRow {
 };
 
 /// The `MydetailFile` writers: set the row's key(s) in temp/key2value.dat when the field is
-/// filled, remove them when blank. "Filled" with no text is logged and writes nothing.
+/// filled, remove them when blank. "Filled" with no text is logged and writes nothing. The
+/// forms with an edit add their changes to it, for the panel's OK to make in one write;
+/// the others write at once.
 namespace MydetailFile {
-Status scrivi_nomefile(FileKind kind, bool filled, const std::optional<std::string>& text,
-                       int row);
+Status scrivi_nomefile(TagEdit& edit, FileKind kind, bool filled,
+                       const std::optional<std::string>& text, int row);
+Status scrivi_nometab(TagEdit& edit, bool filled, const std::optional<std::string>& text, int row);
+Status scrivi_descfile(TagEdit& edit, FileKind kind, bool filled,
+                       const std::optional<std::string>& text, int row);
+Status scrivi_nomefile(FileKind kind, bool filled, const std::optional<std::string>& text, int row);
 Status scrivi_nometab(bool filled, const std::optional<std::string>& text, int row);
-Status scrivi_descfile(FileKind kind, bool filled, const std::optional<std::string>& text,
-                       int row);
+Status scrivi_descfile(FileKind kind, bool filled, const std::optional<std::string>& text, int row);
 }  // namespace MydetailFile
 
 /// The File Details panel (WindowDetFile) for one kind, with rows 1 to count enabled.
@@ -48,7 +54,8 @@ class FileDetails {
   const FileRow& row(int row) const { return rows_[row - 1]; }
 
   /// Field setters for an enabled row; false, with a message, for a disabled row or a text
-  /// over the field's limit.
+  /// over the field's limit (the field keeps its value), or a text with a line break or a
+  /// NUL (the field is emptied).
   bool set_name(int row, const std::string& text);
   bool set_report_name(int row, const std::string& text);
   bool set_description(int row, const std::string& text);
@@ -58,7 +65,8 @@ class FileDetails {
   /// Enables the Excel boxes up to row k (capped at the count), unchecks and disables the rest.
   void allow(int k);
 
-  /// OK: writes every enabled row and, for output files, fileout_excel.
+  /// OK: writes every enabled row into temp/key2value.dat in one write and, for output
+  /// files, fileout_excel into temp/Detfiles.dat, both under one hold of the folder lock.
   Status confirm() const;
   /// The highest row whose Excel box is checked, 0 if none.
   int excel_rows() const;
@@ -66,7 +74,8 @@ class FileDetails {
   static std::string quick_help();
 
  private:
-  bool field_allowed(int row, const std::string& text, std::size_t limit, const char* label) const;
+  bool set_field(std::string FileRow::*field, int row, const std::string& text, std::size_t limit,
+                 const char* label);
 
   FileKind kind_ = FileKind::kInput;
   int count_ = 0;

@@ -1,17 +1,22 @@
 #include "panels/program_files.h"
 
+#include <string_view>
+
 #include "panels/base_parameters.h"
-#include "tagfile/messages.h"
-#include "tagfile/folder_lock.h"
-#include "tagfile/tag_file.h"
 #include "port/user_interface.h"
+#include "store/detfiles_file.h"
+#include "store/key2value_file.h"
+#include "store/parbase_file.h"
+#include "tagfile/folder_lock.h"
+#include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
 
 namespace quorva {
 namespace {
 
 constexpr const char* kDeleted[] = {
-    "temp/Parbase.dat",    "temp/Detfiles.dat",   "temp/key2value.dat",  "temp/FtpQuorva.ini",
-    "temp/customused.dat", "temp/customK2V.dat",  "temp/col_select.dat", "temp/col_fetch.dat",
+    kParbaseFile,          kDetfilesFile,         kKey2ValueFile,        "temp/FtpQuorva.ini",
+    "temp/customused.dat", kCustomK2VFile,        "temp/col_select.dat", "temp/col_fetch.dat",
     "temp/col_update.dat", "temp/col_insert.dat", "temp/col_delete.dat"};
 
 constexpr const char* kDefaults[] = {"Parbase.dat",    "Detfiles.dat",  "key2value.dat",
@@ -21,6 +26,15 @@ constexpr const char* kDefaults[] = {"Parbase.dat",    "Detfiles.dat",  "key2val
 
 const std::string kTemp = "temp/";
 const std::string kDefault = "temp/default/";
+constexpr const char* kParbase = "Parbase.dat";
+/// The name a default program without one is saved under.
+constexpr const char* kUnnamedProgram = "PROGNAME";
+
+bool has_default(std::string_view file) {
+  for (const char* name : kDefaults)
+    if (file == kTemp + name) return Esiste_file(kDefault + name);
+  return false;
+}
 
 }  // namespace
 
@@ -32,7 +46,7 @@ std::span<const char* const> default_program_files() {
   return kDefaults;
 }
 
-bool new_program() {
+Result<bool> new_program() {
   const bool yes = ui().ask_yes_no(
       bilingual("Erasing Fields", "Azzeramento Campi"),
       bilingual("Warning!!! Every informations about the current program, about Db2 accesses, "
@@ -41,15 +55,19 @@ bool new_program() {
                 "sui File e sul Codice Custom\n andranno PERSE..\n\nVuoi continuare ?"));
   if (!yes) return false;
   FolderLock lock;
-  if (!lock.held()) return false;
+  if (!lock.held()) return lock.status();
+  // A file with a default is replaced by it in one write rather than deleted first, so a
+  // copy that fails leaves the file as it was.
   Status done;
-  for (const char* file : kDeleted) done &= remove_if_present(file, true);
+  for (const char* file : kDeleted)
+    if (!has_default(file)) done &= remove_if_present(file, true);
   for (const char* name : kDefaults)
     if (Esiste_file(kDefault + name)) done &= Copia_file(true, kDefault + name, kTemp + name);
-  return done.ok();
+  if (!done) return done;
+  return true;
 }
 
-bool save_as_default(const BaseParameters& panel) {
+Result<bool> save_as_default(const BaseParameters& panel) {
   const bool yes = ui().ask_yes_no(
       bilingual("Save as DEFAULT", "Salva come DEFAULT"),
       bilingual("Warning!!! Every informations about the current program, about Db2 accesses, "
@@ -60,23 +78,20 @@ bool save_as_default(const BaseParameters& panel) {
                 "per i tuoi prossimi programmi..\n\nVuoi continuare ?"));
   if (!yes) return false;
   FolderLock lock;
-  if (!lock.held()) return false;
+  if (!lock.held()) return lock.status();
+  // Each default is replaced in one write by its new text; one whose program file is
+  // missing goes.
   Status done;
+  ProgramRecord record = panel.record();
+  if (record.name.empty()) record.name = kUnnamedProgram;
+  done &= write_parbase(record, kDefault + kParbase);
   for (const char* name : kDefaults) {
+    if (name == std::string_view(kParbase)) continue;
     const std::string source = kTemp + name;
-    if (std::string(name) != "Parbase.dat" && !Esiste_file(source))
-      done &= remove_if_present(kDefault + name, true);
+    done &= Esiste_file(source) ? Copia_file(true, source, kDefault + name)
+                                : remove_if_present(kDefault + name, true);
   }
-  const std::string parbase = kDefault + "Parbase.dat";
-  done &= panel.write(parbase);
-  if (done && !Leggi_tag(parbase, false, "nomeprogr"))
-    done &= Modifica_tag(parbase, true, true, "nomeprogr", "PROGNAME");
-  for (const char* name : kDefaults) {
-    const std::string source = kTemp + name;
-    if (std::string(name) != "Parbase.dat" && Esiste_file(source))
-      done &= Copia_file(true, source, kDefault + name);
-  }
-  if (!done) return false;
+  if (!done) return done;
   Mostra_popup(
       "DEFAULT CONFIGURATION saved!\nThis is Your new configuration for every further "
       "programs...",

@@ -1,11 +1,12 @@
 #include "panels/row_field.h"
 
 #include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
 
 namespace quorva {
 
-bool row_field_allowed(bool row_enabled, int row, int rows, const std::string& text,
-                       std::size_t limit, const char* label) {
+bool set_row_field(std::string& field, bool row_enabled, int row, int rows, const std::string& text,
+                   std::size_t limit, const char* label) {
   if (!row_enabled) {
     Mostra_popup(
         bilingual("Row ", "La riga ") + std::to_string(row) +
@@ -13,11 +14,17 @@ bool row_field_allowed(bool row_enabled, int row, int rows, const std::string& t
         std::to_string(rows) + bilingual(" rows.", " righe."));
     return false;
   }
+  if (has_line_break(text)) {
+    Mostra_popup(line_break_message(label));
+    field.clear();
+    return false;
+  }
   if (text.size() > limit) {
     Mostra_popup(std::string(label) + bilingual(" can hold ", " puo' contenere al massimo ") +
                  std::to_string(limit) + bilingual(" characters at most: ", " caratteri: ") + text);
     return false;
   }
+  field = text;
   return true;
 }
 

@@ -5,9 +5,11 @@
 
 namespace quorva {
 
-/// The check both detail panels make before a field of a row takes a typed value: the row
-/// must be one of the `rows` the program has, and the text must fit the field. Says why not.
-bool row_field_allowed(bool row_enabled, int row, int rows, const std::string& text,
-                       std::size_t limit, const char* label);
+/// The rule both detail panels apply when a field of a row takes a typed value: the row
+/// must be one of the `rows` the program has (else refused, the field untouched), a text
+/// with a line break or a NUL empties the field, and the text must fit the field (else
+/// refused, the field untouched). False, with the message shown, when refused or emptied.
+bool set_row_field(std::string& field, bool row_enabled, int row, int rows, const std::string& text,
+                   std::size_t limit, const char* label);
 
 }  // namespace quorva

@@ -1,5 +1,6 @@
 #include "store/program_name.h"
 
+#include "store/parbase_file.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
 
@@ -9,23 +10,24 @@ bool is_member_name(std::string_view name) {
   if (name.empty() || name.size() > 8) return false;
   if (name[0] >= '0' && name[0] <= '9') return false;
   for (char c : name) {
-    const bool allowed = (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '@' ||
-                         c == '#' || c == '$';
+    const bool allowed =
+        (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '@' || c == '#' || c == '$';
     if (!allowed) return false;
   }
   return true;
 }
 
 std::string member_name_message(const std::string& name) {
-  return bilingual("The Program Name must be a member name: 1 to 8 characters among A-Z, 0-9, "
-                   "@ # $, not starting with a digit. Found: ",
-                   "Il Nome Programma deve essere un nome di membro: da 1 a 8 caratteri tra A-Z, "
-                   "0-9, @ # $, non iniziando con una cifra. Trovato: ") +
+  return bilingual(
+             "The Program Name must be a member name: 1 to 8 characters among A-Z, 0-9, "
+             "@ # $, not starting with a digit. Found: ",
+             "Il Nome Programma deve essere un nome di membro: da 1 a 8 caratteri tra A-Z, "
+             "0-9, @ # $, non iniziando con una cifra. Trovato: ") +
          name;
 }
 
 std::optional<std::string> read_program_name(bool popup) {
-  std::optional<std::string> name = Leggi_tag("temp/Parbase.dat", popup, "nomeprogr");
+  std::optional<std::string> name = Leggi_tag(kParbaseFile, popup, "nomeprogr");
   if (!name) return std::nullopt;
   if (!is_member_name(*name)) {
     Mostra_popup(member_name_message(*name));

@@ -83,6 +83,69 @@ TEST(CommandLine, UserAndOptions) {
   EXPECT_NE(config.find("TIPS_AND_TRICKS=ON\n"), std::string::npos);
 }
 
+TEST(CommandLine, RefusedValuesAndFailedWritesExitOne) {
+  QuorvaHome home;
+  const std::string folder = (home.path / "programs").string();
+  const std::string user =
+      "user set ip=192.0.2.10 library=LIB user=USER01 password=S3CRET9 "
+      "name=Mario company=Esempio folder=" +
+      shell_quote(folder);
+  std::string outputs = expect_steps(
+      &home, {{"program set name=../../x", 1, "must be a member name"},
+              {"program set name=pgm1 language=cobol inputs=1 select=1", 0, ""},
+              {"files input 1 --desc " + shell_quote("x\nSECOND=INJECTED"), 1, "line break"},
+              {"user set ip=" + shell_quote("1.2.3.4\nsourcedirectory=/tmp/"), 1, "line break"},
+              {user, 0, ""}});
+  EXPECT_NE(read_text(home.path / "temp/Parbase.dat").find("nomeprogr=PGM1\n"), std::string::npos);
+  EXPECT_EQ(read_text(home.path / "temp/key2value.dat").find("SECOND"), std::string::npos);
+
+  // A file that cannot be replaced (a folder stands in its place): the command says so,
+  // exits 1, and the password reaches neither the terminal nor error.log.
+  const struct {
+    const char* file;
+    std::string command;
+  } failures[] = {
+      {"temp/Parbase.dat", "program set name=NEWPGM"},
+      {"temp/key2value.dat", "files input 1 --name ACCIN"},
+      {"temp/key2value.dat", "db2 select 1 --table ORDERS"},
+      {"Resource/User.dat", user},
+      {"temp/default/Parbase.dat", "--yes program save-default"},
+  };
+  for (const auto& f : failures) {
+    const std::filesystem::path path = home.path / f.file;
+    const bool existed = std::filesystem::exists(path);
+    const std::string text = read_text(path);
+    std::filesystem::remove(path);
+    std::filesystem::create_directories(path);
+    outputs += expect_steps(&home, {{f.command, 1, "cannot open"}});
+    std::filesystem::remove(path);
+    if (existed) write_text(path, text);
+  }
+  EXPECT_EQ(outputs.find("S3CRET9"), std::string::npos);
+  EXPECT_EQ(read_text(home.path / "error.log").find("S3CRET9"), std::string::npos);
+}
+
+TEST(CommandLine, TwoCommandsAtOnceLoseNothing) {
+  QuorvaHome home;
+  ASSERT_EQ(home.run("program set name=PGM1 language=cobol inputs=9 select=9").status, 0);
+  // Two command lines writing different keys of the same files, side by side.
+  const std::string quorva = shell_quote(QUORVA_BINARY) + " --home " + shell_quote(home.path);
+  const std::string files = "for r in 1 2 3; do for n in 1 2 3 4 5 6 7 8 9; do " + quorva +
+                            " files input $n --desc F$r$n >/dev/null || echo FAILED; done; done";
+  const std::string db2 = "for r in 1 2 3; do for n in 1 2 3 4 5 6 7 8 9; do " + quorva +
+                          " db2 select $n --owner D$r$n >/dev/null || echo FAILED; done; done";
+  const CommandResult both = run_command("(" + files + ") & (" + db2 + "); wait");
+  EXPECT_EQ(both.output.find("FAILED"), std::string::npos) << both.output;
+  const std::string keys = read_text(home.path / "temp/key2value.dat");
+  for (int n = 1; n <= 9; ++n) {
+    const std::string row = std::to_string(n);
+    EXPECT_NE(keys.find("DESC-I" + row + "=F3" + row + "\n"), std::string::npos) << keys;
+    EXPECT_NE(keys.find("T-" + row + "S=D3" + row + "\n"), std::string::npos) << keys;
+  }
+  EXPECT_NE(read_text(home.path / "Resource/QVconfig.ini").find("target_language="),
+            std::string::npos);
+}
+
 TEST(CommandLine, InitAndInstallationStatuses) {
   TempWorkingFolder scratch;
   const std::string dir = shell_quote((scratch.path() / "wf").string());

@@ -5,6 +5,7 @@
 #include "panels/base_parameters_help.h"
 #include "panels/description_wrap.h"
 #include "panels/program_files.h"
+#include "support/outcome.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -130,7 +131,7 @@ TEST_F(BaseParametersTest, NameCheckAndOkChecks) {
   EXPECT_EQ(ui_.messages.back(), "Warning! Choose the Code Type!");
   EXPECT_FALSE(fs::exists("temp/Parbase.dat"));
 
-  panel.write("");
+  EXPECT_FALSE(panel.write(""));
   EXPECT_NE(read_text("error.log").find("Impossibile scrivere Parametri - Dest file a NULL:"),
             std::string::npos);
 }
@@ -163,13 +164,13 @@ TEST_F(ProgramFilesTest, NewProgramAndSaveAsDefault) {
   write_text("temp/Flags.dat", "FlagsColl_01=x\n");
 
   ui_.answer(false);
-  EXPECT_FALSE(new_program());
+  EXPECT_FALSE(done(new_program()));
   EXPECT_TRUE(fs::exists("temp/Parbase.dat"));
   EXPECT_EQ(ui_.questions.back().substr(0, 15), "Erasing Fields|");
 
   // No defaults: everything but Flags.dat goes.
   ui_.answer(true);
-  EXPECT_TRUE(new_program());
+  EXPECT_TRUE(done(new_program()));
   for (const char* file : new_program_deleted_files()) EXPECT_FALSE(fs::exists(file)) << file;
   EXPECT_EQ(read_text("temp/Flags.dat"), "FlagsColl_01=x\n");
 
@@ -178,10 +179,10 @@ TEST_F(ProgramFilesTest, NewProgramAndSaveAsDefault) {
   write_text("temp/key2value.dat", "FILEIN1=CLIENTI\n");
   BaseParameters panel = BaseParameters::open();
   ui_.answer(false);
-  EXPECT_FALSE(save_as_default(panel));
+  EXPECT_FALSE(done(save_as_default(panel)));
   EXPECT_FALSE(fs::exists("temp/default/Parbase.dat"));
   ui_.answer(true);
-  EXPECT_TRUE(save_as_default(panel));
+  EXPECT_TRUE(done(save_as_default(panel)));
   EXPECT_EQ(read_text("temp/default/Parbase.dat").substr(0, 40),
             "nomeprogr=PROGNAME\nlinguaggio=cobol\ntipo");
   EXPECT_EQ(read_text("temp/default/key2value.dat"), "FILEIN1=CLIENTI\n");
@@ -193,7 +194,7 @@ TEST_F(ProgramFilesTest, NewProgramAndSaveAsDefault) {
   write_text("temp/key2value.dat", "FILEIN1=OTHER\n");
   write_text("temp/Flags.dat", "FlagsColl_01=y\n");
   ui_.answer(true);
-  EXPECT_TRUE(new_program());
+  EXPECT_TRUE(done(new_program()));
   EXPECT_EQ(read_text("temp/key2value.dat"), "FILEIN1=CLIENTI\n");
   EXPECT_EQ(read_text("temp/Flags.dat"), "FlagsColl_01=x\n");
   EXPECT_EQ(BaseParameters::open().name(), "PROGNAME");

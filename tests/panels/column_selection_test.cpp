@@ -30,8 +30,8 @@ TEST_F(ColumnSelectionTest, SelectDetailsAndSearch) {
   EXPECT_EQ(dialog.title(), "SELECT - - Check the WHERE Columns for the EMP");
   ASSERT_TRUE(dialog.open_text(kMember));
   EXPECT_EQ(dialog.tree_items().size(), 5u);
-  EXPECT_EQ(dialog.structure_name, "DCLEMP");
-  EXPECT_EQ(dialog.prefix, "CL-");
+  EXPECT_EQ(dialog.structure_name(), "DCLEMP");
+  EXPECT_EQ(dialog.prefix(), "CL-");
   EXPECT_TRUE(dialog.numbered());
 
   dialog.select_all();
@@ -61,7 +61,7 @@ TEST_F(ColumnSelectionTest, OkWritesBlockAndStructureThenLoadsItBack) {
     dialog.select(2);
     dialog.select(3);
     dialog.set_null_box(4, true);  // EMP_SINCE forced nullable
-    dialog.structure_name = "WS-EMP";
+    ASSERT_TRUE(dialog.set_structure_name("WS-EMP"));
     ASSERT_TRUE(dialog.ok());
   }
   EXPECT_EQ(read_text("temp/col_fetch.dat"),
@@ -74,13 +74,13 @@ TEST_F(ColumnSelectionTest, OkWritesBlockAndStructureThenLoadsItBack) {
 
   ColumnSelection again(AccessKind::kFetch, 2, "EMP", Selection::kQuery);
   ASSERT_TRUE(again.open_text(kMember));
-  again.structure_name.clear();
+  ASSERT_TRUE(again.set_structure_name(""));
   ASSERT_TRUE(again.load_previous_selection());
   EXPECT_EQ(again.selected_count(), 3);
   EXPECT_FALSE(again.is_selected(1));
   EXPECT_EQ(again.columns()[3].not_null, 0);
   EXPECT_EQ(again.status(), "Some Null values has been Forced!");
-  EXPECT_EQ(again.structure_name, "WS-EMP");
+  EXPECT_EQ(again.structure_name(), "WS-EMP");
 
   // DELETE keeps no structure name; an empty selection removes the block.
   ColumnSelection remove(AccessKind::kDelete, 1, "EMP", Selection::kWhere);

@@ -4,6 +4,7 @@
 
 #include "dclgen/dclgen_member.h"
 #include "support/members.h"
+#include "support/outcome.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -29,7 +30,7 @@ TEST_F(Db2DetailsTest, KeysWrittenAndRemoved) {
   ASSERT_TRUE(panel.set_cursor(3, "CURORD"));
   ASSERT_TRUE(panel.set_description(3, "Old orders"));
   ASSERT_TRUE(panel.set_include(3, "ORDERS"));
-  ASSERT_TRUE(panel.confirm());
+  ASSERT_TRUE(done(panel.confirm()));
   EXPECT_EQ(read_text("temp/key2value.dat"),
             "T-3D=PROD\nTABEL-3D=ORDERS\nCURS-3D=CURORD\nLEV01-3D=DCLORDERS\nINCLU-3D=ORDERS\n"
             "DESCDB2-3D=Old orders\n");
@@ -39,7 +40,7 @@ TEST_F(Db2DetailsTest, KeysWrittenAndRemoved) {
   EXPECT_EQ(again.row(3).table, "ORDERS");
   ASSERT_TRUE(again.set_table(3, ""));
   ASSERT_TRUE(again.set_include(3, ""));
-  ASSERT_TRUE(again.confirm());
+  ASSERT_TRUE(done(again.confirm()));
   const std::string left = read_text("temp/key2value.dat");
   for (const char* key : {"TABEL-3D", "LEV01-3D", "INCLU-3D"})
     EXPECT_EQ(left.find(key), std::string::npos) << key;
@@ -66,7 +67,7 @@ TEST_F(Db2DetailsTest, QuestionsAnsweredBothWays) {
     Db2Details panel = Db2Details::open(false, AccessKind::kFetch, 2);
     ASSERT_TRUE(panel.set_cursor(1, "C1"));
     ASSERT_TRUE(panel.set_cursor(2, "C1"));
-    EXPECT_EQ(panel.confirm(), c.closes);
+    EXPECT_EQ(done(panel.confirm()), c.closes);
     EXPECT_EQ(ui_.questions.size() - asked, c.answers.size());
     EXPECT_EQ(fs::exists("temp/key2value.dat"), c.written);
     if (c.written) EXPECT_EQ(read_text("temp/key2value.dat"), "CURS-1F=C1\nCURS-2F=C1\n");
@@ -94,7 +95,7 @@ TEST_F(Db2DetailsTest, AutofillAutoOwnerAndKeptDescription) {
   ASSERT_TRUE(panel.set_description(1, "Read the customer"));
   ASSERT_TRUE(panel.set_include(2, "ORDERS"));  // unqualified: no owner of its own
   ASSERT_TRUE(panel.set_table(3, "HISTORY"));
-  ASSERT_TRUE(panel.confirm());
+  ASSERT_TRUE(done(panel.confirm()));
   const std::string keys = read_text("temp/key2value.dat");
   for (const char* line : {"T-1S=PROD\n", "TABEL-1S=CUSTOMER\n", "LEV01-1S=DCLCUSTOMER\n",
                            "T-2S=PROD\n", "TABEL-2S=ORDERS\n", "T-3S=PROD\n", "TABEL-3S=HISTORY\n"})

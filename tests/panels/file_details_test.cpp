@@ -49,7 +49,7 @@ TEST_F(FileDetailsTest, ExcelLockSequences) {
       EXPECT_EQ(excel_states(panel), states) << "count " << c.count << " row " << row;
     }
     EXPECT_EQ(excel_states(panel), c.after);
-    panel.confirm();
+    EXPECT_TRUE(panel.confirm());
     EXPECT_EQ(read_text("temp/Detfiles.dat"), "fileout_excel=" + std::to_string(c.excel) + "\n");
     // Reopening shows the same boxes.
     EXPECT_EQ(excel_states(FileDetails::open(FileKind::kOutput, c.count)), c.after);
@@ -89,7 +89,7 @@ TEST_F(FileDetailsTest, KeysWrittenAndRemovedPerKind) {
     EXPECT_FALSE(panel.set_name(1, "TOOLONGNM"));
     EXPECT_FALSE(panel.set_report_name(1, "ABCDEFGHIJK"));
     EXPECT_FALSE(panel.set_description(1, std::string(45, 'D')));
-    panel.confirm();
+    EXPECT_TRUE(panel.confirm());
     EXPECT_EQ(read_text("temp/key2value.dat"), c.written);
 
     FileDetails again = FileDetails::open(c.kind, 2);
@@ -98,18 +98,18 @@ TEST_F(FileDetailsTest, KeysWrittenAndRemovedPerKind) {
     ASSERT_TRUE(again.set_name(2, ""));
     ASSERT_TRUE(again.set_report_name(2, ""));
     ASSERT_TRUE(again.set_description(2, ""));
-    again.confirm();
+    EXPECT_TRUE(again.confirm());
     EXPECT_EQ(read_text("temp/key2value.dat").find_first_not_of('\n'), std::string::npos);
   }
 
   // Rows beyond the count keep their keys; count 0 writes nothing but fileout_excel.
   write_text("temp/key2value.dat", "FILEOUT5=OLD\n");
   write_text("temp/Detfiles.dat", "fileout_excel=2\n");
-  FileDetails::open(FileKind::kOutput, 0).confirm();
+  EXPECT_TRUE(FileDetails::open(FileKind::kOutput, 0).confirm());
   EXPECT_EQ(read_text("temp/key2value.dat"), "FILEOUT5=OLD\n");
   EXPECT_EQ(read_text("temp/Detfiles.dat"), "fileout_excel=0\n");
 
-  MydetailFile::scrivi_nomefile(FileKind::kInput, true, std::nullopt, 4);
+  EXPECT_FALSE(MydetailFile::scrivi_nomefile(FileKind::kInput, true, std::nullopt, 4));
   EXPECT_NE(
       read_text("error.log").find("MydetailFile - scrivi parse nomefile:Valore non valido a Null4"),
       std::string::npos);

@@ -8,11 +8,12 @@
 namespace quorva::test {
 
 /// The real disk, except that replacing or appending to a file whose path holds
-/// `fragment` fails as a full disk does (an empty fragment: every file). Installed for its
-/// lifetime, as a disk that fills up while the program runs.
+/// `fragment` fails as a full disk does (an empty fragment: every file), unless `fail` is
+/// false and it only counts. Installed for its lifetime, as a disk that fills up while the
+/// program runs.
 class FaultyDisk : public Disk {
  public:
-  explicit FaultyDisk(std::string fragment = "");
+  explicit FaultyDisk(std::string fragment = "", bool fail = true);
 
   FileRead read(const std::string& path) override { return real_disk().read(path); }
   FileWrite replace(const std::string& path, std::string_view text) override;
@@ -22,13 +23,14 @@ class FaultyDisk : public Disk {
   }
   bool exists(const std::string& path) override { return real_disk().exists(path); }
 
-  /// Writes refused so far.
-  int refused = 0;
+  int attempts = 0;  ///< writes asked for matching files
+  int refused = 0;   ///< of those, refused
 
  private:
   bool fails(const std::string& path) const;
 
   std::string fragment_;
+  bool fail_;
   ScopedDisk scope_;
 };
 

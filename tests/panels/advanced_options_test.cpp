@@ -1,7 +1,8 @@
-#include "shell/advanced_options.h"
+#include "panels/advanced_options.h"
 
 #include <gtest/gtest.h>
 
+#include "support/outcome.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 #include "tagfile/tag_file.h"
@@ -34,7 +35,7 @@ TEST_F(AdvancedOptionsTest, BreakPointClamping) {
     options.descr_break_point = c.descr;
     options.easytrieve_break_point = c.easytrieve;
     options.cobol_break_point = c.cobol;
-    EXPECT_EQ(options.apply(), c.reports == 0);
+    EXPECT_EQ(done(options.apply()), c.reports == 0);
     EXPECT_EQ(ui_.messages.size(), c.reports) << c.cobol;
     EXPECT_EQ(Leggi_tag_int(kConfig, false, "DESCR_BREAK_POINT"), c.stored_descr);
     EXPECT_EQ(Leggi_tag_int(kConfig, false, "EASYTRIEVE_BREAK_POINT"), c.stored_easytrieve);
@@ -43,7 +44,7 @@ TEST_F(AdvancedOptionsTest, BreakPointClamping) {
   AdvancedOptions options = AdvancedOptions::open();
   options.default_cobol_break_point();
   options.default_descr_break_point();
-  EXPECT_TRUE(options.apply());
+  EXPECT_TRUE(done(options.apply()));
   EXPECT_EQ(Leggi_tag_int(kConfig, false, "COBOL_BREAK_POINT"), 72);
   EXPECT_EQ(Leggi_tag_int(kConfig, false, "DESCR_BREAK_POINT"), 57);
 }
@@ -55,20 +56,20 @@ TEST_F(AdvancedOptionsTest, AlternativeTemplateAndPasswordAlert) {
   for (const char* refused : {"Mine.dat", "Missing.txt", "../Other.txt"}) {
     AdvancedOptions options = AdvancedOptions::open();
     options.alternative_template = refused;
-    EXPECT_FALSE(options.apply());
+    EXPECT_FALSE(done(options.apply()));
     EXPECT_EQ(options.alternative_template, "Quormem.txt");
     EXPECT_FALSE(Leggi_tag(kConfig, false, "ALTERNATIVE_QUORMEM_FILE")) << refused;
   }
   AdvancedOptions options = AdvancedOptions::open();
   EXPECT_FALSE(options.choose_template_file("Other.txt"));
   EXPECT_TRUE(options.choose_template_file("Resource/Mine.txt"));
-  EXPECT_TRUE(options.apply());
+  EXPECT_TRUE(done(options.apply()));
   EXPECT_EQ(Leggi_tag(kConfig, false, "ALTERNATIVE_QUORMEM_FILE"), "Mine.txt");
 
   EXPECT_FALSE(options.set_password_alert(true, std::nullopt));
   EXPECT_FALSE(options.password_alert);
   EXPECT_TRUE(options.set_password_alert(true, 11));
-  options.apply();
+  EXPECT_TRUE(done(options.apply()));
   EXPECT_EQ(Leggi_tag(kConfig, false, "ENABLE_PASSWORD_ALERT"), "ON");
   EXPECT_EQ(Leggi_tag(kConfig, false, "MONTH_PASSWORD_ALERT"), "11");
 }

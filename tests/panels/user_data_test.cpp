@@ -1,4 +1,4 @@
-#include "host/user_data.h"
+#include "panels/user_data.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

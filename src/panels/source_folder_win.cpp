@@ -1,4 +1,4 @@
-#include "host/user_data.h"
+#include "panels/user_data.h"
 
 namespace quorva {
 
@@ -10,7 +10,5 @@ bool normalize_source_folder(std::string& folder) {
 const char* source_folder_example() {
   return "C:\\Quorvax\\programs\\";
 }
-
-void restrict_to_owner(const std::string&) {}
 
 }  // namespace quorva

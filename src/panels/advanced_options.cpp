@@ -1,28 +1,25 @@
-#include "shell/advanced_options.h"
+#include "panels/advanced_options.h"
 
 #include <cctype>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
 
-#include "tagfile/messages.h"
-#include "tagfile/folder_lock.h"
-#include "tagfile/tag_file.h"
 #include "port/user_interface.h"
+#include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
 
 namespace fs = std::filesystem;
 
 namespace quorva {
 namespace {
 
-constexpr const char* kConfig = "Resource/QVconfig.ini";
-
-bool yes(const char* key) {
-  return Leggi_tag_int(kConfig, false, key) > 0;
-}
-
-Status store(const char* key, const std::string& value) {
-  return Modifica_tag(kConfig, true, true, key, value);
+// A text field with a line break or a NUL is emptied and reported.
+bool emptied(std::string& text, const char* key) {
+  if (!has_line_break(text)) return false;
+  Mostra_popup(line_break_message(key));
+  text.clear();
+  return true;
 }
 
 // Clamps the typed value into the range, reporting a clamped one; returns what is stored.
@@ -44,11 +41,6 @@ bool ends_with_txt(const std::string& name) {
 
 }  // namespace
 
-int read_break_point(const BreakPoint& point) {
-  const int value = Leggi_tag_int(kConfig, false, point.key);
-  return value < 1 ? point.fallback : value;
-}
-
 std::optional<int> current_month() {
   const std::time_t now = std::time(nullptr);
   if (now == static_cast<std::time_t>(-1)) return std::nullopt;
@@ -63,30 +55,29 @@ std::optional<int> current_month() {
 
 AdvancedOptions AdvancedOptions::open() {
   AdvancedOptions options;
-  options.descr_break_point = std::to_string(read_break_point(kDescrBreakPoint));
-  options.easytrieve_break_point = std::to_string(read_break_point(kEasytrieveBreakPoint));
-  options.cobol_break_point = std::to_string(read_break_point(kCobolBreakPoint));
-  options.tips_and_tricks = yes("TIPS_AND_TRICKS");
-  options.stored_template_ =
-      Leggi_tag(kConfig, false, "ALTERNATIVE_QUORMEM_FILE").value_or(kDefaultTemplateName);
+  options.descr_break_point = std::to_string(read_break_point(kDescriptionBreak));
+  options.easytrieve_break_point = std::to_string(read_break_point(kEasytrieveBreak));
+  options.cobol_break_point = std::to_string(read_break_point(kCobolBreak));
+  options.tips_and_tricks = config_switch(kTipsAndTricksKey);
+  options.stored_template_ = template_name();
   options.alternative_template = options.stored_template_;
-  options.password_alert = yes("ENABLE_PASSWORD_ALERT");
-  options.month_password_alert = Leggi_tag(kConfig, false, "MONTH_PASSWORD_ALERT").value_or("");
-  options.save_descr_db2 = yes("ENABLE_SAVE_DESCR_DB2");
-  options.cobol_vars_compression = yes("ENABLE_COBOL_VARS_COMPRESSION");
+  options.password_alert = config_switch(kPasswordAlertKey);
+  options.month_password_alert = read_config(kPasswordAlertMonthKey).value_or("");
+  options.save_descr_db2 = config_switch(kSaveDescriptionsDb2Key);
+  options.cobol_vars_compression = config_switch(kCobolVarsCompressionKey);
   return options;
 }
 
 void AdvancedOptions::default_descr_break_point() {
-  descr_break_point = std::to_string(kDescrBreakPoint.fallback);
+  descr_break_point = std::to_string(kDescriptionBreak.fallback);
 }
 
 void AdvancedOptions::default_easytrieve_break_point() {
-  easytrieve_break_point = std::to_string(kEasytrieveBreakPoint.fallback);
+  easytrieve_break_point = std::to_string(kEasytrieveBreak.fallback);
 }
 
 void AdvancedOptions::default_cobol_break_point() {
-  cobol_break_point = std::to_string(kCobolBreakPoint.fallback);
+  cobol_break_point = std::to_string(kCobolBreak.fallback);
 }
 
 void AdvancedOptions::default_alternative_template() {
@@ -112,7 +103,7 @@ bool AdvancedOptions::set_password_alert(bool on, std::optional<int> today_month
 bool AdvancedOptions::template_acceptable(const std::string& name) {
   if (!ends_with_txt(name) || name.find_first_of("/\\") != std::string::npos) return false;
   std::error_code ec;
-  return fs::is_regular_file(fs::path("Resource") / name, ec);
+  return fs::is_regular_file(fs::path(kTemplateFolder) / name, ec);
 }
 
 bool AdvancedOptions::choose_template_file(const std::string& path) {
@@ -131,21 +122,21 @@ bool AdvancedOptions::choose_template_file(const std::string& path) {
 }
 
 void AdvancedOptions::edit_current_template() const {
-  ui().open_file("Resource/" + alternative_template);
+  ui().open_file(kTemplateFolder + alternative_template);
 }
 
-bool AdvancedOptions::apply() {
+Result<bool> AdvancedOptions::apply() {
   bool clamped = false;
   const int descr =
-      clamp_reported(kDescrBreakPoint, descr_break_point, clamped,
+      clamp_reported(kDescriptionBreak, descr_break_point, clamped,
                      "> The Break point value must be within the proper range... not:",
                      "> Il valore di rottura deve essere contenuto nel giusto range... non:");
   const int easytrieve = clamp_reported(
-      kEasytrieveBreakPoint, easytrieve_break_point, clamped,
+      kEasytrieveBreak, easytrieve_break_point, clamped,
       "> The Break point value for EASYTRIEVE must be within the proper range... not:",
       "> Il valore di rottura per EASYTRIEVE deve essere contenuto nel giusto range... non:");
   const int cobol = clamp_reported(
-      kCobolBreakPoint, cobol_break_point, clamped,
+      kCobolBreak, cobol_break_point, clamped,
       "> The Break point value for COBOL must be within the proper range... not:",
       "> Il valore di rottura per COBOL deve essere contenuto nel giusto range... non:");
   descr_break_point = std::to_string(descr);
@@ -153,8 +144,8 @@ bool AdvancedOptions::apply() {
   cobol_break_point = std::to_string(cobol);
 
   // An unchanged name is not checked again: the shipped default may be absent.
+  bool refused = emptied(alternative_template, kAlternativeTemplateKey);
   const bool template_changed = alternative_template != stored_template_;
-  bool refused = false;
   if (template_changed && !template_acceptable(alternative_template)) {
     Mostra_popup(bilingual("> The Alternative file for the Main Pseudo Source Code is invalid, or "
                            "not .TXT, or not found...:",
@@ -164,23 +155,22 @@ bool AdvancedOptions::apply() {
     alternative_template = stored_template_;
     refused = true;
   }
+  refused |= emptied(month_password_alert, kPasswordAlertMonthKey);
 
-  FolderLock lock;
-  if (!lock.held()) return false;
-  Status written = store(kDescrBreakPoint.key, descr_break_point);
-  written &= store(kEasytrieveBreakPoint.key, easytrieve_break_point);
-  written &= store(kCobolBreakPoint.key, cobol_break_point);
-  written &= store("TIPS_AND_TRICKS", tips_and_tricks ? "ON" : "OFF");
-  if (template_changed && !refused) {
-    written &= store("ALTERNATIVE_QUORMEM_FILE", alternative_template);
-    if (written) stored_template_ = alternative_template;
-  }
-  written &= store("ENABLE_PASSWORD_ALERT", password_alert ? "ON" : "OFF");
-  if (!month_password_alert.empty())
-    written &= store("MONTH_PASSWORD_ALERT", month_password_alert);
-  written &= store("ENABLE_SAVE_DESCR_DB2", save_descr_db2 ? "ON" : "OFF");
-  written &= store("ENABLE_COBOL_VARS_COMPRESSION", cobol_vars_compression ? "ON" : "OFF");
-  return written && !clamped && !refused;
+  TagEdit options = config_edit();
+  options.set(kDescriptionBreak.key, descr_break_point);
+  options.set(kEasytrieveBreak.key, easytrieve_break_point);
+  options.set(kCobolBreak.key, cobol_break_point);
+  options.set(kTipsAndTricksKey, switch_word(tips_and_tricks));
+  if (alternative_template != stored_template_)
+    options.set(kAlternativeTemplateKey, alternative_template);
+  options.set(kPasswordAlertKey, switch_word(password_alert));
+  if (!month_password_alert.empty()) options.set(kPasswordAlertMonthKey, month_password_alert);
+  options.set(kSaveDescriptionsDb2Key, switch_word(save_descr_db2));
+  options.set(kCobolVarsCompressionKey, switch_word(cobol_vars_compression));
+  if (Status written = options.apply(true); !written) return written;
+  stored_template_ = alternative_template;
+  return !clamped && !refused;
 }
 
 std::string AdvancedOptions::main_page_warning() {

@@ -1,11 +1,11 @@
-#include "host/user_data.h"
+#include "panels/user_data.h"
 
 #include <filesystem>
 #include <system_error>
 
+#include "port/user_interface.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
-#include "port/user_interface.h"
 
 namespace fs = std::filesystem;
 
@@ -15,10 +15,23 @@ namespace {
 constexpr std::size_t kTsoLimit = 8;
 constexpr std::size_t kNameLimit = 30;
 
-// Cuts an over-long entry (reported), then empties one with control characters (reported).
-bool apply_field_rules(std::string& field, const std::string& text, std::size_t limit,
-                       std::string_view invalid_english, std::string_view invalid_italian) {
+// The fields checked only on save still refuse a line break or a NUL at once.
+bool refuse_line_break(std::string& field, const std::string& text, const char* tag) {
+  if (has_line_break(text)) {
+    Mostra_popup(line_break_message(tag));
+    field.clear();
+    return false;
+  }
   field = text;
+  return true;
+}
+
+// Empties an entry with a line break or a NUL, cuts an over-long one, then empties one with
+// other control characters; each reported.
+bool apply_field_rules(std::string& field, const std::string& text, const char* tag,
+                       std::size_t limit, std::string_view invalid_english,
+                       std::string_view invalid_italian) {
+  if (!refuse_line_break(field, text, tag)) return false;
   bool unchanged = true;
   if (limit > 0 && field.size() > limit) {
     const std::string n = std::to_string(limit);
@@ -41,46 +54,52 @@ bool apply_field_rules(std::string& field, const std::string& text, std::size_t 
 bool valid_characters(const std::string& text) {
   for (char c : text) {
     const auto code = static_cast<unsigned char>(c);
-    if (code >= 1 && code <= 31) return false;
+    if (code <= 31) return false;
   }
   return true;
 }
 
 UserDataPanel UserDataPanel::open() {
   UserDataPanel panel;
-  auto read = [](const char* tag) { return Leggi_tag(kUserDataFile, false, tag).value_or(""); };
-  panel.data_ = {read("ipaddress"), read("tsolibrary"),  read("sourcedirectory"), read("pswtso"),
-                 read("tsouser"),   read("nomecognome"), read("societa")};
+  panel.data_ = read_user_data();
   return panel;
 }
 
+bool UserDataPanel::set_ip_address(const std::string& text) {
+  return refuse_line_break(data_.ipaddress, text, "ipaddress");
+}
+
+bool UserDataPanel::set_source_directory(const std::string& text) {
+  return refuse_line_break(data_.sourcedirectory, text, "sourcedirectory");
+}
+
 bool UserDataPanel::set_tso_user(const std::string& text) {
-  return apply_field_rules(data_.tsouser, text, kTsoLimit,
+  return apply_field_rules(data_.tsouser, text, "tsouser", kTsoLimit,
                            "Inserted User is invalid and will be discharged!!!\nSorry...",
                            "L'Utente inserito non e' valido e verra' scartato!!!\nSpiacente...");
 }
 
 bool UserDataPanel::set_password(const std::string& text) {
-  return apply_field_rules(data_.pswtso, text, kTsoLimit,
+  return apply_field_rules(data_.pswtso, text, kPasswordTag, kTsoLimit,
                            "Inserted User is invalid and will be discharged!!!\nSorry...",
                            "L'Utente inserito non e' valido e verra' scartato!!!\nSpiacente...");
 }
 
 bool UserDataPanel::set_name(const std::string& text) {
   return apply_field_rules(
-      data_.nomecognome, text, kNameLimit,
+      data_.nomecognome, text, "nomecognome", kNameLimit,
       "Inserted Name contains invalid characters and will be discharged",
       "Il Nominativo inserito contiene caratteri non validi e verra' scartato");
 }
 
 bool UserDataPanel::set_company(const std::string& text) {
-  return apply_field_rules(data_.societa, text, kNameLimit,
+  return apply_field_rules(data_.societa, text, "societa", kNameLimit,
                            "Inserted Company contains invalid characters and will be discharged",
                            "La Societa' inserita contiene caratteri non validi e verra' scartata");
 }
 
 bool UserDataPanel::set_library(const std::string& text) {
-  return apply_field_rules(data_.tsolibrary, text, 0,
+  return apply_field_rules(data_.tsolibrary, text, "tsolibrary", 0,
                            "Inserted folder contains invalid characters and will be discharged!!!",
                            "La cartella inserita contiene caratteri non validi e verra' "
                            "scartata!!!");
@@ -112,45 +131,30 @@ FolderCheck UserDataPanel::check_source_directory() {
   }
 
   std::error_code ec;
-  const fs::path start = fs::current_path(ec);
-  FolderCheck outcome = FolderCheck::kExists;
-  fs::current_path(folder, ec);
-  if (ec) {
-    const bool create = ui().ask_yes_no(
-        bilingual("Directory Creation", "Creazione nuova Cartella"),
-        bilingual("Inserted Folder doesn't exist !!! \n", "La Directory immessa non Esiste!!! \n") +
-            folder + bilingual("\n\nWant you create it ?", "\n\nSi desidera Crearla ?"));
-    if (!create) {
-      Mostra_popup("Remember that you have to specify an Existing Directory...",
-                   "Ricordati che devi specificare una Directory Esistente...");
-      outcome = FolderCheck::kDeclined;
-    } else if (fs::create_directory(folder, ec) && !ec) {
-      Mostra_popup("The Directory has been correctly created!!!",
-                   "La Directory e' stata creata correttamente!!!");
-      outcome = FolderCheck::kCreated;
-    } else {
-      Mostra_popup(
-          "The Directory has NOT been created ! \nProbably also the previous folder doesn't "
-          "exist. \n\nSorry but you must manually provide with the previous structure of "
-          "directories or made them one by one ...",
-          "La Directory NON e' stata creata ! \nProbabilmente non esiste neanche la cartella "
-          "precedente. \n\nSpiacente ma devi predisporre manualmente la struttura delle "
-          "directory precedenti o crearle una per una ...");
-      outcome = FolderCheck::kNotCreated;
-    }
+  if (fs::is_directory(folder, ec)) return FolderCheck::kExists;
+  const bool create = ui().ask_yes_no(
+      bilingual("Directory Creation", "Creazione nuova Cartella"),
+      bilingual("Inserted Folder doesn't exist !!! \n", "La Directory immessa non Esiste!!! \n") +
+          folder + bilingual("\n\nWant you create it ?", "\n\nSi desidera Crearla ?"));
+  if (!create) {
+    Mostra_popup("Remember that you have to specify an Existing Directory...",
+                 "Ricordati che devi specificare una Directory Esistente...");
+    return FolderCheck::kDeclined;
   }
-  fs::current_path(start, ec);
-  if (ec) {
-    Mostra_popup(bilingual("Heavy Error!!! void FtpConfig::OnKillfocusEdit3SourceDirectory(); I "
-                           "cannot find the starting directory before to test the inserte "
-                           "directory!!!",
-                           "Errore GRAVE!!! void FtpConfig::OnKillfocusEdit3SourceDirectory(); "
-                           "Non trovo la directory di partenza prima di verificare la directory "
-                           "inserita!!!") +
-                 bilingual("Inserted Directory:", "Cartella inserita:") + folder);
-    return FolderCheck::kLost;
+  // One level only, as asked: a missing parent is the person's to make.
+  if (fs::create_directory(folder, ec) && !ec) {
+    Mostra_popup("The Directory has been correctly created!!!",
+                 "La Directory e' stata creata correttamente!!!");
+    return FolderCheck::kCreated;
   }
-  return outcome;
+  Mostra_popup(
+      "The Directory has NOT been created ! \nProbably also the previous folder doesn't "
+      "exist. \n\nSorry but you must manually provide with the previous structure of "
+      "directories or made them one by one ...",
+      "La Directory NON e' stata creata ! \nProbabilmente non esiste neanche la cartella "
+      "precedente. \n\nSpiacente ma devi predisporre manualmente la struttura delle "
+      "directory precedenti o crearle una per una ...");
+  return FolderCheck::kNotCreated;
 }
 
 std::string UserDataPanel::summary() const {
@@ -178,51 +182,41 @@ std::string UserDataPanel::summary() const {
   return text;
 }
 
-bool UserDataPanel::save() {
+Status UserDataPanel::save() {
   switch (check_source_directory()) {
     case FolderCheck::kTooLong:
     case FolderCheck::kBadForm:
     case FolderCheck::kNotCreated:
     case FolderCheck::kDeclined:
-    case FolderCheck::kLost:
-      return false;
+      return Status::failure(
+          bilingual("The Working Folder is not usable: nothing has been saved.",
+                    "La Cartella di lavoro non e' utilizzabile: non e' stato salvato nulla."));
     default:
       break;
   }
-  const std::string values[] = {data_.ipaddress, data_.tsolibrary, data_.sourcedirectory,
-                                data_.pswtso,    data_.tsouser,    data_.nomecognome,
-                                data_.societa};
-  for (const std::string& value : values) {
-    if (value.empty()) {
-      Mostra_popup(summary());
-      return false;
+  const std::string* values[] = {&data_.ipaddress, &data_.tsolibrary, &data_.sourcedirectory,
+                                 &data_.pswtso,    &data_.tsouser,    &data_.nomecognome,
+                                 &data_.societa};
+  for (const std::string* value : values) {
+    if (value->empty()) {
+      const std::string text = summary();
+      Mostra_popup(text);
+      return Status::failure(text);
     }
   }
-  constexpr const char* kTags[] = {"ipaddress", "tsolibrary",  "sourcedirectory", "pswtso",
-                                   "tsouser",   "nomecognome", "societa"};
-  std::string text;
-  for (int i = 0; i < 7; ++i) {
-    if (!valid_tag_value(true, kTags[i], values[i])) return false;
-    append_tag_line(text, kTags[i], values[i]);
-  }
-  // The file holds the host password: it is made owner-only before the password reaches
-  // it, and the replacement keeps that.
-  Status written;
-  if (!Esiste_file(kUserDataFile)) written = Crea_file(kUserDataFile, false);
-  if (written) {
-    restrict_to_owner(kUserDataFile);
-    written = Scrivi_file(kUserDataFile, false, text);
-  }
+  Status written = write_user_data(data_);
   if (!written) {
-    Mostra_popup(bilingual(" I cannot open the Configuration File ",
-                           " Impossibile Aprire file di Configurazione ") +
-                 kUserDataFile +
-                 bilingual("!\nExit from the file or create the disk space for file allocating...",
-                           "!\nUscire dal file o fornire lo spazio necessario per la creazione "
-                           "del file..."));
-    return false;
+    const std::string message =
+        bilingual(" I cannot open the Configuration File ",
+                  " Impossibile Aprire file di Configurazione ") +
+        kUserDataFile +
+        bilingual("!\nExit from the file or create the disk space for file allocating...",
+                  "!\nUscire dal file o fornire lo spazio necessario per la creazione "
+                  "del file...");
+    Mostra_popup(message);
+    return Status::failure(message + " (" + written.message() + ")");
   }
-  return true;
+  return {};
 }
 
 }  // namespace quorva

@@ -1,6 +1,4 @@
-#include <sys/stat.h>
-
-#include "host/user_data.h"
+#include "panels/user_data.h"
 
 namespace quorva {
 
@@ -11,10 +9,6 @@ bool normalize_source_folder(std::string& folder) {
 
 const char* source_folder_example() {
   return "/home/user/programs/";
-}
-
-void restrict_to_owner(const std::string& file) {
-  ::chmod(file.c_str(), 0600);
 }
 
 }  // namespace quorva

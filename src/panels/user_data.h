@@ -1,22 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+
+#include "port/status.h"
+#include "store/user_file.h"
 
 namespace quorva {
 
-constexpr const char* kUserDataFile = "Resource/User.dat";
 constexpr std::size_t kSourceDirectoryLimit = 230;
-
-/// The seven values of Resource/User.dat, in the order they are written.
-struct UserData {
-  std::string ipaddress;
-  std::string tsolibrary;
-  std::string sourcedirectory;
-  std::string pswtso;
-  std::string tsouser;
-  std::string nomecognome;
-  std::string societa;
-};
 
 /// How the source directory check ended.
 enum class FolderCheck {
@@ -27,11 +19,10 @@ enum class FolderCheck {
   kTooLong,     ///< over 230 characters
   kInvalid,     ///< control characters: the field was emptied
   kBadForm,     ///< not in the platform's folder form
-  kLost,        ///< the starting directory could not be entered again
   kEmpty,       ///< nothing typed: left to the required-fields summary
 };
 
-/// True when no character has a code from 1 to 31.
+/// True when no character is a NUL or has a code from 1 to 31.
 bool valid_characters(const std::string& text);
 
 /// The "User Data and FTP Settings" dialog (WindowFtpData).
@@ -43,22 +34,27 @@ class UserDataPanel {
   const UserData& data() const { return data_; }
 
   /// Each setter applies the field's length rule (cut and reported) and character check
-  /// (emptied and reported); false when the text was changed or emptied.
+  /// (emptied and reported); false when the text was changed or emptied. The password is
+  /// never repeated in a message.
   bool set_tso_user(const std::string& text);
   bool set_password(const std::string& text);
   bool set_name(const std::string& text);
   bool set_company(const std::string& text);
   bool set_library(const std::string& text);
-  void set_ip_address(const std::string& text) { data_.ipaddress = text; }
-  void set_source_directory(const std::string& text) { data_.sourcedirectory = text; }
+  /// The host address and the folder are checked on save; a line break or a NUL empties
+  /// them at once.
+  bool set_ip_address(const std::string& text);
+  bool set_source_directory(const std::string& text);
 
   /// The source directory check: length, characters, final separator, form, existence (with
-  /// the create-folder question and a single make-directory).
+  /// the create-folder question and a single make-directory). The folder is looked at where
+  /// it is: the current directory never changes.
   FolderCheck check_source_directory();
 
   /// "SAVE CONFIGURATION": the check, then the summary when a field is empty, else the file
-  /// is rebuilt (owner-only on Linux and macOS). False when nothing was written.
-  bool save();
+  /// is rebuilt in one write (owner-only on Linux and macOS). A failure, with the message
+  /// shown, when nothing was written.
+  Status save();
   /// The summary of the fields, the password hidden.
   std::string summary() const;
 
@@ -71,7 +67,5 @@ class UserDataPanel {
 bool normalize_source_folder(std::string& folder);
 /// The example shown with a wrong form.
 const char* source_folder_example();
-/// Makes the file readable and writable by its owner only (nothing on Windows).
-void restrict_to_owner(const std::string& file);
 
 }  // namespace quorva

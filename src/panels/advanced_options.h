@@ -3,22 +3,10 @@
 #include <optional>
 #include <string>
 
+#include "port/status.h"
+#include "store/config_file.h"
+
 namespace quorva {
-
-/// A break-point option: its key, default and range.
-struct BreakPoint {
-  const char* key;
-  int fallback;
-  int low;
-  int high;
-};
-constexpr BreakPoint kDescrBreakPoint{"DESCR_BREAK_POINT", 57, 30, 90};
-constexpr BreakPoint kEasytrieveBreakPoint{"EASYTRIEVE_BREAK_POINT", 78, 60, 200};
-constexpr BreakPoint kCobolBreakPoint{"COBOL_BREAK_POINT", 72, 60, 200};
-constexpr const char* kDefaultTemplateName = "Quormem.txt";
-
-/// A break point as stored: missing or below 1 reads as its default.
-int read_break_point(const BreakPoint& point);
 
 /// The "Advanced Options" sheet (WindowAdvancedOpt): Main Options, FTP Options, Detail Db2.
 class AdvancedOptions {
@@ -58,9 +46,11 @@ class AdvancedOptions {
   void edit_current_template() const;
 
   /// OK or apply: clamps and reports the break points, refuses an unacceptable template
-  /// (its key keeps the previous value), writes the keys. False when something was
-  /// clamped or refused.
-  bool apply();
+  /// (its key keeps the previous value) and empties a text with a line break or a NUL
+  /// (reported), then writes the keys in one write of the configuration. False when
+  /// something was clamped, refused or emptied (what was kept is written all the same); a
+  /// failure when the configuration could not be written.
+  Result<bool> apply();
 
   static std::string main_page_warning();
   static std::string ftp_page_warning();

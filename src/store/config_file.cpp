@@ -1,0 +1,46 @@
+#include "store/config_file.h"
+
+#include <algorithm>
+#include <climits>
+
+#include "tagfile/folder_lock.h"
+#include "tagfile/tag_file.h"
+
+namespace quorva {
+
+std::optional<std::string> read_config(const char* key) {
+  return Leggi_tag(kConfigFile, false, key);
+}
+
+bool config_switch(const char* key) {
+  return Leggi_tag_int(kConfigFile, false, key) > 0;
+}
+
+int read_break_point(const BreakPoint& point) {
+  const int value = Leggi_tag_int(kConfigFile, false, point.key);
+  return value < 1 ? point.fallback : value;
+}
+
+std::string template_name() {
+  return read_config(kAlternativeTemplateKey).value_or(kDefaultTemplateName);
+}
+
+std::string template_path() {
+  const std::string name = template_name();
+  if (name.find_first_of("/\\") != std::string::npos) return name;
+  return kTemplateFolder + name;
+}
+
+Result<int> raise_use_counter() {
+  // Held across the read and the write, so two generations never count as one.
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
+  const int before = Leggi_tag_int(kConfigFile, false, kUseCounterKey);
+  const int uses = std::clamp(before, 0, INT_MAX - 1) + 1;
+  TagEdit edit = config_edit();
+  edit.set(kUseCounterKey, std::to_string(uses));
+  if (Status written = edit.apply(true); !written) return written;
+  return uses;
+}
+
+}  // namespace quorva

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "port/status.h"
+#include "store/tag_edit.h"
+
+namespace quorva {
+
+// The owner of Resource/QVconfig.ini, the configuration: its keys, their defaults and what
+// a missing or odd value means, for every reader. (target_language is read by the
+// messages themselves, below this layer.)
+
+constexpr const char* kConfigFile = "Resource/QVconfig.ini";
+
+// Yes/no keys, written "ON"/"OFF".
+constexpr const char* kTipsAndTricksKey = "TIPS_AND_TRICKS";
+constexpr const char* kPasswordAlertKey = "ENABLE_PASSWORD_ALERT";
+constexpr const char* kSaveDescriptionsDb2Key = "ENABLE_SAVE_DESCR_DB2";
+constexpr const char* kCobolVarsCompressionKey = "ENABLE_COBOL_VARS_COMPRESSION";
+constexpr const char* kAutofillDb2Key = "Autofill_db2";
+constexpr const char* kAutoOwnerDb2Key = "AutoOwner_db2";
+// Text keys.
+constexpr const char* kPasswordAlertMonthKey = "MONTH_PASSWORD_ALERT";
+constexpr const char* kDclgenLibraryKey = "download_dclgen_lib";
+constexpr const char* kAlternativeTemplateKey = "ALTERNATIVE_QUORMEM_FILE";
+/// The use counter, raised by every generation.
+constexpr const char* kUseCounterKey = "QVjoined";
+
+/// A break-point option: its key, default and range.
+struct BreakPoint {
+  const char* key;
+  int fallback;
+  int low;
+  int high;
+};
+constexpr BreakPoint kDescriptionBreak{"DESCR_BREAK_POINT", 57, 30, 90};
+constexpr BreakPoint kEasytrieveBreak{"EASYTRIEVE_BREAK_POINT", 78, 60, 200};
+constexpr BreakPoint kCobolBreak{"COBOL_BREAK_POINT", 72, 60, 200};
+
+/// The template's folder and its standard name.
+constexpr const char* kTemplateFolder = "Resource/";
+constexpr const char* kDefaultTemplateName = "Quormem.txt";
+
+/// A key's value; nullopt when missing or empty.
+std::optional<std::string> read_config(const char* key);
+/// A yes/no key: on for "ON", "on" or a number above 0; off when missing or anything else.
+bool config_switch(const char* key);
+/// How a yes/no key is written.
+inline const char* switch_word(bool on) {
+  return on ? "ON" : "OFF";
+}
+/// A break point as stored: missing or below 1 reads as its default.
+int read_break_point(const BreakPoint& point);
+
+/// ALTERNATIVE_QUORMEM_FILE as stored, or the standard name when missing.
+std::string template_name();
+/// The template in use: a bare name is looked for in Resource/, a name with a folder is
+/// taken as it is; Resource/Quormem.txt when no alternative is set.
+std::string template_path();
+
+/// An edit of the configuration, made in one read-modify-write by its apply().
+inline TagEdit config_edit() {
+  return TagEdit(kConfigFile);
+}
+
+/// Raises the use counter by one in one read-modify-write; the new count.
+Result<int> raise_use_counter();
+
+}  // namespace quorva

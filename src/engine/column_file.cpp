@@ -11,11 +11,14 @@
 #include "tagfile/tag_file.h"
 
 // Implementation details: a column file is read whole and replaced whole under the working
-// folder's lock. The reader and the rewriter must agree on what a line is: both cut the
-// text at "\n" and compare a line without one "\r" before it, while the rewriter copies
-// every line it keeps byte for byte, terminator included. Rewriting the kept lines in a
-// normalised form instead (one "\r" dropped, a "\n" added to a last line) turned a line
-// "[SELECT1-QUERY]\r\r" that was no block into one that is.
+// folder's lock. The reader and the rewriter must agree on what a line is and where a block
+// ends, or a rewrite changes what the next read finds. Both cut the text at "\n" and compare
+// a line without one "\r" before it, and the rewriter copies every line it keeps byte for
+// byte, terminator included: rewriting kept lines in a normalised form (one "\r" dropped)
+// turned a line "[SELECT1-QUERY]\r\r", no block, into one. Both end a block at its closing
+// line or at the next tag line: a block left open at the end of the file would otherwise
+// swallow the block appended after it, and a rewrite of an unclosed block would drop every
+// block after it.
 
 namespace quorva {
 namespace {
@@ -40,6 +43,16 @@ std::vector<Line> split_lines(std::string_view text) {
     start = next;
   }
   return lines;
+}
+
+// An opening or closing line of any block. None can stand inside a block, so a block whose
+// closing line is missing ends at the next one (or at the end of the file), and a block
+// appended after it does not become part of it.
+bool is_tag_line(std::string_view line) {
+  auto ends_with = [line](std::string_view end) {
+    return line.size() >= end.size() && line.substr(line.size() - end.size()) == end;
+  };
+  return line.size() > 2 && line.front() == '[' && (ends_with("-QUERY]") || ends_with("-WHERE]"));
 }
 
 std::string opening_tag(const std::string& master_tag, Selection selection) {
@@ -226,12 +239,16 @@ Status Riscrivi_tag_treedb2(const std::string& file, const std::string& master_t
   text.reserve(old.text.size() + 64 * columns.size() + 64);
   bool inside = false;
   for (const Line& line : split_lines(old.text)) {
-    if (!inside && line.text == open) {
-      inside = true;
-      continue;
-    }
     if (inside) {
-      if (line.text == close) inside = false;
+      if (line.text == close) {
+        inside = false;
+        continue;
+      }
+      if (!is_tag_line(line.text)) continue;
+      inside = false;  // the block ended without its closing line
+    }
+    if (line.text == open) {
+      inside = true;
       continue;
     }
     text += line.raw;
@@ -264,18 +281,17 @@ std::optional<ColumnBlock> Leggi_colonne_treedb2(const std::string& file,
     return std::nullopt;
   }
   const std::string open = opening_tag(master_tag, selection);
-  const std::string close = closing_tag(master_tag, selection);
   ColumnBlock block;
   const std::vector<Line> lines = split_lines(*text);
   std::size_t i = 0;
   while (i < lines.size() && lines[i].text != open) ++i;
   if (i == lines.size()) return block;
   ++i;
-  if (i < lines.size() && lines[i].text != close)
+  if (i < lines.size() && !is_tag_line(lines[i].text))
     block.member = strip_brackets(std::string(lines[i++].text));
-  if (i < lines.size() && lines[i].text != close)
+  if (i < lines.size() && !is_tag_line(lines[i].text))
     block.access_text = strip_brackets(std::string(lines[i++].text));
-  for (; i < lines.size() && lines[i].text != close; ++i) {
+  for (; i < lines.size() && !is_tag_line(lines[i].text); ++i) {
     std::optional<DclgenColumn> column = parse_record(std::string(lines[i].text));
     if (!column) return std::nullopt;
     block.columns.push_back(std::move(*column));

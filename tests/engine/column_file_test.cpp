@@ -93,8 +93,8 @@ std::string from_base64(const std::string& text) {
   return bytes;
 }
 
-// Read, rewrite with what was read, read again: the block comes back the same and every
-// line outside it keeps its bytes.
+// Read, rewrite with what was read, read again: the block comes back the same, every line
+// outside it keeps its bytes and the other blocks read as before.
 TEST_F(ColumnFile, BlocksSurviveReadRewriteRead) {
   const struct {
     const char* name;
@@ -113,6 +113,12 @@ TEST_F(ColumnFile, BlocksSurviveReadRewriteRead) {
        1,
        "# notes\r\n[SELECT2-QUERY]\r\n<N>\r\n<>\r\n[/SELECT2-QUERY]\r\n[SELECT1-QUERY]\n<M>\n"
        "<P-|NAME>\nA  1  NULL  X(1)  1  0  0\n[/SELECT1-QUERY]\n"},
+      {"an unclosed block ends at the next tag line, and the block appended after it",
+       "[SELECT1-QUERY]\n<M>\n<>\nA  1  NULL  NULL  1  0  0\n[SELECT2-QUERY]\n<T2>\n<>\n"
+       "B  1  NULL  NULL  1  0  0\n",
+       1,
+       "[SELECT2-QUERY]\n<T2>\n<>\nB  1  NULL  NULL  1  0  0\n[SELECT1-QUERY]\n<M>\n<>\n"
+       "A  1  NULL  NULL  1  0  0\n[/SELECT1-QUERY]\n"},
       {"last line without its line feed",
        "[SELECT1-QUERY]\n<M>\n<>\nA  1  NULL  NULL  0  0  1\n[/SELECT1-QUERY]\nend", 1,
        "end\n[SELECT1-QUERY]\n<M>\n<>\nA  1  NULL  NULL  0  0  1\n[/SELECT1-QUERY]\n"},
@@ -122,6 +128,7 @@ TEST_F(ColumnFile, BlocksSurviveReadRewriteRead) {
     auto first = Leggi_colonne_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery);
     ASSERT_TRUE(first) << c.name;
     ASSERT_EQ(first->columns.size(), c.columns) << c.name;
+    auto other = Leggi_colonne_treedb2("temp/col_select.dat", "SELECT2", Selection::kQuery);
     ASSERT_TRUE(Riscrivi_tag_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery, true,
                                      first->member, first->access_text, first->columns))
         << c.name;
@@ -129,6 +136,9 @@ TEST_F(ColumnFile, BlocksSurviveReadRewriteRead) {
     auto second = Leggi_colonne_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery);
     ASSERT_TRUE(second) << c.name;
     EXPECT_EQ(second->columns, first->columns) << c.name;
+    EXPECT_EQ(Leggi_colonne_treedb2("temp/col_select.dat", "SELECT2", Selection::kQuery)->columns,
+              other->columns)
+        << c.name;
   }
 }
 

@@ -46,12 +46,6 @@ const std::map<std::string, FieldSpec>& field_specs() {
   return specs;
 }
 
-std::optional<bool> switch_value(const std::string& text) {
-  if (text == "on" || text == "ON" || text == "yes" || text == "1") return true;
-  if (text == "off" || text == "OFF" || text == "no" || text == "0") return false;
-  return std::nullopt;
-}
-
 void refuse(const std::string& english, const std::string& italian) {
   Mostra_popup(english, italian);
 }
@@ -88,8 +82,7 @@ bool apply(BaseParameters& panel, const FieldSpec& spec, const std::string& key,
     case Field::kSwitch:
       if (std::optional<bool> on = switch_value(value))
         return panel.set_switch(static_cast<Switch>(spec.index), *on);
-      refuse(key + " must be on or off, not: " + value,
-             key + " deve essere on o off, non: " + value);
+      Mostra_popup(switch_refusal(key, value, false));
       return false;
     case Field::kCount:
       if (value.size() == 1 && value[0] >= '0' && value[0] <= '9')

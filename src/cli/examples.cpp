@@ -54,7 +54,7 @@ const std::map<std::string, std::string>& examples() {
 
 void add_examples(CLI::App& app, const std::string& path) {
   auto found = examples().find(path);
-  if (found != examples().end()) app.footer("\nExample:\n  " + found->second);
+  if (found != examples().end()) app.footer("Example:\n  " + found->second);
   for (CLI::App* sub : app.get_subcommands([](CLI::App*) { return true; }))
     add_examples(*sub, path.empty() ? sub->get_name() : path + " " + sub->get_name());
 }

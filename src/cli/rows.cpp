@@ -24,10 +24,13 @@ bool row_in_range(int row, int count, const RowFamily& family) {
   const std::string noun_en = family.access ? "Access " : "Row ";
   const std::string noun_it = family.access ? "L'accesso " : "La riga ";
   if (row < 1) {
-    Mostra_popup(noun_en + n + " does not exist: the " + total + " " + family.english +
-                     " are numbered from 1" + where_en,
-                 noun_it + n + " non esiste: i " + total + " " + family.italian +
-                     " sono numerati da 1" + where_it);
+    const std::string plural_en = family.access ? "accesses" : "rows";
+    const std::string plural_it =
+        family.access ? "gli accessi sono numerati" : "le righe sono numerate";
+    Mostra_popup(noun_en + n + " does not exist: " + plural_en + " are numbered from 1 to the " +
+                     total + " " + family.english + where_en,
+                 noun_it + n + " non esiste: " + plural_it + " da 1 ai " + total + " " +
+                     family.italian + where_it);
   } else {
     Mostra_popup(noun_en + n + " is beyond the " + total + " " + family.english + where_en,
                  noun_it + n + " supera i " + total + " " + family.italian + where_it);

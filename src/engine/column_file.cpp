@@ -18,7 +18,9 @@
 // turned a line "[SELECT1-QUERY]\r\r", no block, into one. Both end a block at its closing
 // line or at the next tag line: a block left open at the end of the file would otherwise
 // swallow the block appended after it, and a rewrite of an unclosed block would drop every
-// block after it.
+// block after it. Where the removed block, or the appended one, is what ends an unclosed
+// block, the rewriter writes that block's closing line before it, so it ends there still
+// and a second rewrite changes nothing more.
 
 namespace quorva {
 namespace {
@@ -238,6 +240,7 @@ Status Riscrivi_tag_treedb2(const std::string& file, const std::string& master_t
   std::string text;
   text.reserve(old.text.size() + 64 * columns.size() + 64);
   bool inside = false;
+  std::string_view open_block;  // the opening line of the kept block the text is inside
   for (const Line& line : split_lines(old.text)) {
     if (inside) {
       if (line.text == close) {
@@ -248,13 +251,19 @@ Status Riscrivi_tag_treedb2(const std::string& file, const std::string& master_t
       inside = false;  // the block ended without its closing line
     }
     if (line.text == open) {
+      // This block's opening line ended an unclosed block before it: a closing line in its
+      // place keeps that block from running on into the lines after this one.
+      if (!open_block.empty()) text += "[/" + std::string(open_block.substr(1)) + "\n";
+      open_block = {};
       inside = true;
       continue;
     }
+    if (is_tag_line(line.text)) open_block = line.text[1] == '/' ? std::string_view() : line.text;
     text += line.raw;
   }
   if (write && !columns.empty()) {
     if (!text.empty() && text.back() != '\n') text += '\n';
+    if (!open_block.empty()) text += "[/" + std::string(open_block.substr(1)) + "\n";
     text += open + "\n<" + member + ">\n<" + access_text + ">\n";
     int nullable = 0;
     for (const DclgenColumn& column : columns)

@@ -117,8 +117,12 @@ TEST_F(ColumnFile, BlocksSurviveReadRewriteRead) {
        "[SELECT1-QUERY]\n<M>\n<>\nA  1  NULL  NULL  1  0  0\n[SELECT2-QUERY]\n<T2>\n<>\n"
        "B  1  NULL  NULL  1  0  0\n",
        1,
+       "[SELECT2-QUERY]\n<T2>\n<>\nB  1  NULL  NULL  1  0  0\n[/SELECT2-QUERY]\n[SELECT1-QUERY]\n"
+       "<M>\n<>\nA  1  NULL  NULL  1  0  0\n[/SELECT1-QUERY]\n"},
+      {"a removed block that ended an unclosed one leaves a closing line in its place",
        "[SELECT2-QUERY]\n<T2>\n<>\nB  1  NULL  NULL  1  0  0\n[SELECT1-QUERY]\n<M>\n<>\n"
-       "A  1  NULL  NULL  1  0  0\n[/SELECT1-QUERY]\n"},
+       "[/SELECT1-QUERY]\nnot a record\n",
+       0, "[SELECT2-QUERY]\n<T2>\n<>\nB  1  NULL  NULL  1  0  0\n[/SELECT2-QUERY]\nnot a record\n"},
       {"last line without its line feed",
        "[SELECT1-QUERY]\n<M>\n<>\nA  1  NULL  NULL  0  0  1\n[/SELECT1-QUERY]\nend", 1,
        "end\n[SELECT1-QUERY]\n<M>\n<>\nA  1  NULL  NULL  0  0  1\n[/SELECT1-QUERY]\n"},

@@ -40,11 +40,11 @@ const std::map<std::string, std::string>& examples() {
       {"db2 update", "quorva db2 update 1 --owner PROD --table ACCOUNTS --include ACCOUNTS"},
       {"db2 insert", "quorva db2 insert 1 --owner PROD --table MOVEMENTS --include MOVEMENTS"},
       {"db2 delete", "quorva db2 delete 1 --owner PROD --table MOVEMENTS --desc 'Old movements'"},
-      {"user", "quorva user set user=USER01 library=USER01.SOURCE"},
+      {"user", "quorva user show"},
       {"user show", "quorva user show"},
       {"user set",
-       "echo SECRET1 | quorva user set ip=192.0.2.10 user=USER01 password=- "
-       "folder=/home/user/programs/"},
+       "echo SECRET1 | quorva user set ip=192.0.2.10 library=USER01.SOURCE user=USER01 "
+       "password=- 'name=Mario Rossi' company=Example folder=/home/user/programs/"},
       {"options", "quorva options set cobol-break=72 tips=off"},
       {"options show", "quorva options show"},
       {"options set", "quorva options set cobol-break=72 tips=off compress-cobol-vars=on"},

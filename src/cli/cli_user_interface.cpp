@@ -23,9 +23,9 @@ struct HoldingQuestion {
 };
 const HoldingQuestion kHoldingQuestions[] = {
     {"You have used the same name for more than 1 cursor",
-     "Hai usato lo stesso nome per piu' di 1 cursore", "saved as it is: the cursor names repeat",
-     "salvato cosi' com'e': i nomi dei cursori si "
-     "ripetono"},
+     "Hai usato lo stesso nome per piu' di 1 cursore",
+     "the cursor names repeat and are saved as they are",
+     "i nomi dei cursori si ripetono e sono salvati cosi'"},
 };
 
 const HoldingQuestion* holding_question(const std::string& text, bool& italian) {

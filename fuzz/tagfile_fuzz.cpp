@@ -44,15 +44,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   quorva::Leggi_tag("f.dat", false, tag);
   quorva::Leggi_tag_int("f.dat", false, tag);
   quorva::Leggi_tag_onoff("f.dat", false, tag);
-  quorva::Modifica_tag("f.dat", false, true, tag, value);
+  const bool modified = quorva::Modifica_tag("f.dat", false, true, tag, value).ok();
   // After a modification with the add flag the tag reads back as its value (or missing
-  // when the value is empty), unless the tag holds a line break and cannot be one line.
-  if (tag.find('\n') == std::string::npos && tag.find('\r') == std::string::npos &&
-      value.find('\n') == std::string::npos) {
+  // when the value is empty). The store refuses a tag or a value that holds a line break.
+  if (modified) {
     auto read = quorva::Leggi_tag("f.dat", false, tag);
-    if (!value.empty() && (value.back() != '\r') && (!read || *read != value)) __builtin_trap();
+    if (!value.empty() && (!read || *read != value)) __builtin_trap();
+  } else if (!quorva::has_line_break(tag) && !quorva::has_line_break(value)) {
+    __builtin_trap();
   }
-  quorva::Cancella_tag("f.dat", false, tag);
+  // After a deletion the tag is not found.
+  if (quorva::Cancella_tag("f.dat", false, tag).ok() && quorva::Leggi_tag("f.dat", false, tag))
+    __builtin_trap();
   quorva::Trim_spazi(contents);
 
   std::string line = contents;

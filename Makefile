@@ -1,13 +1,16 @@
 # The two commands of the README: `make run` and `make test`.
+# The project's own builds treat warnings as errors (QUORVA_WERROR); a plain cmake build,
+# a user's or a packager's, does not. QUORVA_SKIP_BOOTSTRAP=1 skips the package check.
 BUILD      ?= build
 ASAN_BUILD ?= build-asan
 FUZZ_BUILD ?= build-fuzz
+RELEASE_BUILD ?= build-release
 DEMO       ?= demo
 JOBS       ?= $(shell nproc 2>/dev/null || echo 2)
 GENERATOR  := $(shell command -v ninja >/dev/null 2>&1 && echo "-G Ninja")
 QUORVA     := $(BUILD)/src/quorva
 
-.PHONY: run test bootstrap build build-asan unit-test asan-test bench fuzz format clean
+.PHONY: run test bootstrap build build-asan build-release unit-test asan-test bench fuzz format clean
 
 run: build
 	@if [ ! -d "$(DEMO)/Resource" ]; then \
@@ -27,22 +30,27 @@ bootstrap:
 	@scripts/bootstrap
 
 build: bootstrap
-	@cmake -S . -B $(BUILD) $(GENERATOR) -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+	@cmake -S . -B $(BUILD) $(GENERATOR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DQUORVA_WERROR=ON >/dev/null
 	@cmake --build $(BUILD) -j $(JOBS)
 
 build-asan: bootstrap
-	@cmake -S . -B $(ASAN_BUILD) $(GENERATOR) -DCMAKE_BUILD_TYPE=Debug -DQUORVA_SANITIZE=ON -DQUORVA_BENCH=OFF >/dev/null
+	@cmake -S . -B $(ASAN_BUILD) $(GENERATOR) -DCMAKE_BUILD_TYPE=Debug -DQUORVA_SANITIZE=ON -DQUORVA_BENCH=OFF -DQUORVA_WERROR=ON >/dev/null
 	@cmake --build $(ASAN_BUILD) -j $(JOBS)
+
+# The optimised build users and packagers make: the command line and the core, no tests.
+build-release: bootstrap
+	@cmake -S . -B $(RELEASE_BUILD) $(GENERATOR) -DCMAKE_BUILD_TYPE=Release -DQUORVA_WERROR=ON -DQUORVA_TESTS=OFF -DQUORVA_BENCH=OFF >/dev/null
+	@cmake --build $(RELEASE_BUILD) -j $(JOBS)
 
 bench: build
 	@for b in $(BUILD)/bench/bench_*; do echo "== $$b"; $$b; done
 
 fuzz: bootstrap
-	@cmake -S . -B $(FUZZ_BUILD) $(GENERATOR) -DCMAKE_CXX_COMPILER=clang++ -DQUORVA_FUZZ=ON -DQUORVA_TESTS=OFF >/dev/null
+	@cmake -S . -B $(FUZZ_BUILD) $(GENERATOR) -DCMAKE_CXX_COMPILER=clang++ -DQUORVA_FUZZ=ON -DQUORVA_TESTS=OFF -DQUORVA_WERROR=ON >/dev/null
 	@cmake --build $(FUZZ_BUILD) -j $(JOBS)
 
 format:
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
 clean:
-	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD)
+	rm -rf $(BUILD) $(ASAN_BUILD) $(FUZZ_BUILD) $(RELEASE_BUILD)

@@ -4,6 +4,7 @@
 // whole command can be timed on it.
 #include <benchmark/benchmark.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -86,8 +87,9 @@ void make_folder(const fs::path& home) {
                           AccessKind::kInsert, AccessKind::kDelete})
     for (int k = 1; k <= 9; ++k)
       for (Selection selection : {Selection::kQuery, Selection::kWhere})
-        Riscrivi_tag_treedb2(column_file_name(kind), access_word(kind) + std::to_string(k),
-                             selection, true, "TABLE", "CL-|NAME", columns);
+        if (!Riscrivi_tag_treedb2(column_file_name(kind), access_word(kind) + std::to_string(k),
+                                  selection, true, "TABLE", "CL-|NAME", columns))
+          std::abort();
   fs::current_path(previous);
 }
 

@@ -44,17 +44,21 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   quorva::Leggi_tag("f.dat", false, tag);
   quorva::Leggi_tag_int("f.dat", false, tag);
   quorva::Leggi_tag_onoff("f.dat", false, tag);
-  const quorva::Status modified = quorva::Modifica_tag("f.dat", false, true, tag, value);
-  if (!modified.ok()) {
-    // Refused (a line break in the tag or the value): the file is untouched.
-    if (quorva::read_whole_file("f.dat") != contents) __builtin_trap();
-  } else {
-    // After a modification with the add flag the tag reads back as its value (or missing
-    // when the value is empty).
+  const bool modified = quorva::Modifica_tag("f.dat", false, true, tag, value).ok();
+  // After a modification with the add flag the tag reads back as its value (or missing
+  // when the value is empty). The store refuses a tag or a value that holds a line break,
+  // and a refused write leaves the file as it was.
+  if (modified) {
     auto read = quorva::Leggi_tag("f.dat", false, tag);
     if (!value.empty() && (!read || *read != value)) __builtin_trap();
+  } else if (!quorva::has_line_break(tag) && !quorva::has_line_break(value)) {
+    __builtin_trap();
+  } else if (quorva::read_whole_file("f.dat") != contents) {
+    __builtin_trap();
   }
-  (void)quorva::Cancella_tag("f.dat", false, tag);
+  // After a deletion the tag is not found.
+  if (quorva::Cancella_tag("f.dat", false, tag).ok() && quorva::Leggi_tag("f.dat", false, tag))
+    __builtin_trap();
   quorva::Trim_spazi(contents);
 
   std::string line = contents;

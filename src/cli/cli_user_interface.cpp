@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <iostream>
 
@@ -10,6 +11,35 @@ namespace {
 
 bool is_terminal(int fd) {
   return ::isatty(fd) == 1;
+}
+
+// Questions whose Yes keeps the work from going ahead, in both languages, with what going
+// ahead means for them.
+struct HoldingQuestion {
+  const char* english;
+  const char* italian;
+  const char* ahead_english;
+  const char* ahead_italian;
+};
+const HoldingQuestion kHoldingQuestions[] = {
+    {"You have used the same name for more than 1 cursor",
+     "Hai usato lo stesso nome per piu' di 1 cursore",
+     "the cursor names repeat and are saved as they are",
+     "i nomi dei cursori si ripetono e sono salvati cosi'"},
+};
+
+const HoldingQuestion* holding_question(const std::string& text, bool& italian) {
+  for (const HoldingQuestion& question : kHoldingQuestions) {
+    if (text.find(question.english) != std::string::npos) {
+      italian = false;
+      return &question;
+    }
+    if (text.find(question.italian) != std::string::npos) {
+      italian = true;
+      return &question;
+    }
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -33,26 +63,42 @@ void CliUserInterface::end_progress_line() {
 void CliUserInterface::show_message(const std::string& text) {
   end_progress_line();
   std::cerr << plain_text(text) << '\n';
+  shown_.push_back(plain_text(text));
+}
+
+bool CliUserInterface::has_shown(const std::string& text) const {
+  const std::string plain = plain_text(text);
+  return std::find(shown_.begin(), shown_.end(), plain) != shown_.end();
 }
 
 bool CliUserInterface::ask_yes_no(const std::string& title, const std::string& text) {
   end_progress_line();
   std::cerr << title << ": " << plain_text(text) << '\n';
+  bool italian = false;
+  const HoldingQuestion* holding = holding_question(text, italian);
+  // The answer that lets the work go ahead, and the one that stops it.
+  const bool ahead = holding == nullptr;
   if (answer_) {
-    std::cerr << (*answer_ ? "-> Yes (--yes)\n" : "-> No (--no)\n");
-    return *answer_;
+    const bool reply = *answer_ ? ahead : !ahead;
+    std::cerr << (reply ? "-> Yes" : "-> No") << (*answer_ ? " (--yes: go ahead" : " (--no")
+              << (holding && *answer_ ? std::string("; ") + (italian ? holding->ahead_italian
+                                                                     : holding->ahead_english)
+                                      : std::string())
+              << ")\n";
+    return reply;
   }
   if (!is_terminal(STDIN_FILENO)) {
-    std::cerr << "-> No (no terminal to ask; use --yes or --no)\n";
-    return false;
+    std::cerr << (ahead ? "-> No" : "-> Yes")
+              << " (no terminal to ask: not going ahead; use --yes or --no)\n";
+    return !ahead;
   }
   for (;;) {
     std::cerr << "[y/n] " << std::flush;
     std::string reply;
-    if (!std::getline(std::cin, reply)) return false;
+    if (!std::getline(std::cin, reply)) return !ahead;
     if (reply == "y" || reply == "Y" || reply == "yes" || reply == "Yes") return true;
-    if (reply == "n" || reply == "N" || reply == "no" || reply == "No" || reply.empty())
-      return false;
+    if (reply == "n" || reply == "N" || reply == "no" || reply == "No") return false;
+    if (reply.empty()) return !ahead;
   }
 }
 

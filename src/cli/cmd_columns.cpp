@@ -1,10 +1,12 @@
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <iostream>
 #include <map>
 
 #include "cli/cli.h"
 #include "cli/commands.h"
+#include "cli/rows.h"
 #include "engine/column_file.h"
 #include "panels/column_selection.h"
 #include "tagfile/messages.h"
@@ -54,8 +56,17 @@ std::optional<std::string> access_member(Cli& cli, AccessKind kind, int number) 
   return member;
 }
 
+// The access must be one the program has: its count is a base parameter.
+bool access_in_range(AccessKind kind, int number) {
+  const std::string english = access_word(kind) + std::string(" accesses");
+  const std::string italian = "accessi " + std::string(access_word(kind));
+  const RowFamily family{access_count(kind), english.c_str(), italian.c_str(), true};
+  return row_in_range(number, std::max(BaseParameters::open().count(family.count), 0), family);
+}
+
 int show_columns(const AccessArgs& args) {
   AccessKind kind = kKinds.at(args.kind);
+  if (!access_in_range(kind, args.number)) return kFailed;
   // No column file yet simply means nothing was selected.
   std::optional<ColumnBlock> block;
   if (Esiste_file(column_file_name(kind))) {
@@ -94,6 +105,7 @@ std::optional<int> column_index(Cli& cli, const ColumnSelection& dialog, const s
 
 int set_columns(Cli& cli, const AccessArgs& args) {
   AccessKind kind = kKinds.at(args.kind);
+  if (!access_in_range(kind, args.number)) return kFailed;
   std::optional<std::string> member = access_member(cli, kind, args.number);
   if (!member) return kFailed;
   ColumnSelection dialog(kind, args.number, *member, kSelections.at(args.selection));
@@ -122,10 +134,9 @@ int set_columns(Cli& cli, const AccessArgs& args) {
 
 int clear_columns(const AccessArgs& args) {
   AccessKind kind = kKinds.at(args.kind);
-  return Riscrivi_tag_treedb2(column_file_name(kind), master_tag(kind, args.number),
-                              kSelections.at(args.selection), false, "", "", {})
-             ? kOk
-             : kFailed;
+  if (!access_in_range(kind, args.number)) return kFailed;
+  return exit_status(Riscrivi_tag_treedb2(column_file_name(kind), master_tag(kind, args.number),
+                                          kSelections.at(args.selection), false, "", "", {}));
 }
 
 }  // namespace

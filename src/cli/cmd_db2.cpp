@@ -6,6 +6,7 @@
 
 #include "cli/cli.h"
 #include "cli/commands.h"
+#include "cli/rows.h"
 #include "panels/base_parameters.h"
 #include "panels/db2_details.h"
 #include "tagfile/latin1.h"
@@ -29,19 +30,11 @@ struct Db2Args {
 
 int run_db2(AccessKind kind, Db2Args args) {
   const char* word = access_word(kind);
-  std::string tag = word;
-  std::transform(tag.begin(), tag.end(), tag.begin(),
-                 [](unsigned char c) { return std::tolower(c); });
-  const int count = std::max(Leggi_tag_int(kParbaseFile, false, tag), 0);
-  if (args.row < 1 || args.row > count) {
-    Mostra_popup("Row " + std::to_string(args.row) + " is beyond the " + std::to_string(count) +
-                     " " + word + " accesses of the program (" + tag +
-                     " in temp/Parbase.dat; change it with quorva program set).",
-                 "La riga " + std::to_string(args.row) + " supera i " + std::to_string(count) +
-                     " accessi " + word + " del programma (" + tag +
-                     " in temp/Parbase.dat; modificalo con quorva program set).");
-    return kFailed;
-  }
+  const std::string english = word + std::string(" accesses");
+  const std::string italian = "accessi " + std::string(word);
+  const RowFamily family{access_count(kind), english.c_str(), italian.c_str()};
+  const int count = std::max(BaseParameters::open().count(family.count), 0);
+  if (!row_in_range(args.row, count, family)) return kFailed;
   for (auto* text : {&args.owner, &args.table, &args.cursor, &args.description, &args.include,
                      &args.member_library})
     if (!to_latin1(*text)) return kFailed;
@@ -59,8 +52,7 @@ int run_db2(AccessKind kind, Db2Args args) {
   const bool changes = args.owner || args.table || args.cursor || args.include ||
                        args.description || args.member_library || args.autofill || args.auto_owner;
   if (changes) {
-    const Result<bool> closed = panel.confirm();
-    if (!closed.ok() || !*closed) return kFailed;
+    if (const int status = exit_status(panel.confirm()); status != kOk) return status;
   }
   const Db2Row& row = panel.row(n);
   std::cout << latin1_to_utf8(panel.heading()) << " " << n << '\n'
@@ -101,12 +93,10 @@ void add_db2_commands(CLI::App& app, Cli& cli) {
     cmd->add_option("--library", args->member_library, "Host library of the DCLGEN members");
     cmd->add_option("--autofill", args->autofill,
                     "on|off: fill empty OWNERs and TABLE NAMEs from the DCLGEN members")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, std::string>{{"on", "true"}, {"off", "false"}}));
+        ->transform(switch_words());
     cmd->add_option("--auto-owner", args->auto_owner,
                     "on|off: copy the first OWNER to the empty ones below")
-        ->transform(CLI::CheckedTransformer(
-            std::map<std::string, std::string>{{"on", "true"}, {"off", "false"}}));
+        ->transform(switch_words());
     cmd->callback([&cli, args, kind] {
       cli.run_in_working_folder([args, kind] { return run_db2(kind, *args); });
     });

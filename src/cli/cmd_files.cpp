@@ -5,6 +5,7 @@
 
 #include "cli/cli.h"
 #include "cli/commands.h"
+#include "cli/rows.h"
 #include "panels/base_parameters.h"
 #include "panels/file_details.h"
 #include "tagfile/latin1.h"
@@ -24,20 +25,12 @@ struct FileArgs {
 };
 
 int run_files(FileKind kind, FileArgs args) {
-  const char* count_tags[] = {"filein", "fileout", "report"};
-  const char* names_en[] = {"input files", "output files", "reports"};
-  const char* names_it[] = {"file di input", "file di output", "report"};
-  const int k = static_cast<int>(kind);
-  const int count = std::max(Leggi_tag_int(kParbaseFile, false, count_tags[k]), 0);
-  if (args.row < 1 || args.row > count) {
-    Mostra_popup("Row " + std::to_string(args.row) + " is beyond the " + std::to_string(count) +
-                     " " + names_en[k] + " of the program (" + count_tags[k] +
-                     " in temp/Parbase.dat; change it with quorva program set).",
-                 "La riga " + std::to_string(args.row) + " supera i " + std::to_string(count) +
-                     " " + names_it[k] + " del programma (" + count_tags[k] +
-                     " in temp/Parbase.dat; modificalo con quorva program set).");
-    return kFailed;
-  }
+  const RowFamily families[] = {{Count::kFilein, "input files", "file di input"},
+                                {Count::kFileout, "output files", "file di output"},
+                                {Count::kReport, "reports", "report"}};
+  const RowFamily& family = families[static_cast<int>(kind)];
+  const int count = std::max(BaseParameters::open().count(family.count), 0);
+  if (!row_in_range(args.row, count, family)) return kFailed;
   if (!to_latin1(args.name) || !to_latin1(args.report_name) || !to_latin1(args.description))
     return kFailed;
   FileDetails panel = FileDetails::open(kind, count);
@@ -54,7 +47,8 @@ int run_files(FileKind kind, FileArgs args) {
     }
     if (!panel.click_excel(args.row, args.excel)) return kFailed;
   }
-  if (changes && !panel.confirm()) return kFailed;
+  if (changes)
+    if (const int status = exit_status(panel.confirm()); status != kOk) return status;
   const FileRow& row = panel.row(args.row);
   std::cout << latin1_to_utf8(panel.heading()) << " " << args.row << '\n'
             << "FILE NAME        : " << latin1_to_utf8(row.name) << '\n'

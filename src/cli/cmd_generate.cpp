@@ -34,8 +34,8 @@ void add_generate_commands(CLI::App& app, Cli& cli) {
       Generator generator;
       generator.open_panel();
       GenerationResult result = generator.go();
-      if (result.status == GenerationResult::kStopped) return kFailed;
-      if (result.status != GenerationResult::kDone) return kOk;
+      // Declined at the overwrite question: the program asked for was not written.
+      if (result.status != GenerationResult::kDone) return kFailed;
       std::cout << result.output_name << '\n';
       return *check ? run_check(cli, result.output_name, true) : kOk;
     });

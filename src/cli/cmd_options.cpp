@@ -41,12 +41,6 @@ const std::map<std::string, Option> kOptions{
     {"ENABLE_COBOL_VARS_COMPRESSION", Option::kCompression},
     {"compress-cobol-vars", Option::kCompression}};
 
-std::optional<bool> on_off(const std::string& text) {
-  if (text == "on" || text == "ON" || text == "1") return true;
-  if (text == "off" || text == "OFF" || text == "0") return false;
-  return std::nullopt;
-}
-
 int show_options() {
   const AdvancedOptions options = AdvancedOptions::open();
   auto flag = [](bool on) { return on ? "ON" : "OFF"; };
@@ -90,7 +84,7 @@ int set_options(const std::vector<std::string>& assignments) {
     if (!converted) return kFailed;
     const std::string& value = *converted;
     const bool reset = value == "default";
-    std::optional<bool> flag = on_off(value);
+    std::optional<bool> flag = switch_value(value);
     switch (option->second) {
       case Option::kDescr:
         reset ? options.default_descr_break_point() : void(options.descr_break_point = value);
@@ -122,8 +116,7 @@ int set_options(const std::vector<std::string>& assignments) {
         break;
     }
     if (!flag) {
-      Mostra_popup(option->first + " must be ON or OFF, not: " + value,
-                   option->first + " deve essere ON o OFF, non: " + value);
+      Mostra_popup(switch_refusal(option->first, value, true));
       return kFailed;
     }
     if (option->second == Option::kTips) options.tips_and_tricks = *flag;
@@ -134,7 +127,7 @@ int set_options(const std::vector<std::string>& assignments) {
       return kFailed;
   }
   // Clamped break points are reported and stored clamped, as the sheet does.
-  return options.apply().ok() ? kOk : kFailed;
+  return exit_status(options.apply());
 }
 
 }  // namespace

@@ -46,17 +46,6 @@ const std::map<std::string, FieldSpec>& field_specs() {
   return specs;
 }
 
-std::optional<bool> switch_value(const std::string& text) {
-  if (text == "on" || text == "ON" || text == "yes" || text == "1") return true;
-  if (text == "off" || text == "OFF" || text == "no" || text == "0") return false;
-  return std::nullopt;
-}
-
-// A question answered No, like a failure, leaves the asked work undone.
-int done(const Result<bool>& result) {
-  return result.ok() && *result ? kOk : kFailed;
-}
-
 void refuse(const std::string& english, const std::string& italian) {
   Mostra_popup(english, italian);
 }
@@ -92,8 +81,7 @@ bool apply(BaseParameters& panel, const FieldSpec& spec, const std::string& key,
     case Field::kSwitch:
       if (std::optional<bool> on = switch_value(value))
         return panel.set_switch(static_cast<Switch>(spec.index), *on);
-      refuse(key + " must be on or off, not: " + value,
-             key + " deve essere on o off, non: " + value);
+      Mostra_popup(switch_refusal(key, value, false));
       return false;
     case Field::kCount:
       if (value.size() == 1 && value[0] >= '0' && value[0] <= '9')
@@ -132,7 +120,7 @@ int set_program(const std::vector<std::string>& assignments) {
                         [](const Change& c) { return c.spec.field == Field::kLanguage; });
   for (const Change& change : changes)
     if (!apply(panel, change.spec, change.key, change.value)) return kFailed;
-  return panel.confirm() ? kOk : kFailed;
+  return exit_status(panel.confirm());
 }
 
 const char* kSetHelp =
@@ -173,13 +161,13 @@ void add_program_commands(CLI::App& app, Cli& cli) {
   });
 
   program->add_subcommand("new", "NEW Program: erase the program files and restore the defaults")
-      ->callback([&cli] { cli.run_in_working_folder([] { return done(new_program()); }); });
+      ->callback([&cli] { cli.run_in_working_folder([] { return exit_status(new_program()); }); });
 
   program
       ->add_subcommand("save-default",
                        "Save as Default: the current program becomes the starting configuration")
       ->callback([&cli] {
-        cli.run_in_working_folder([] { return done(save_as_default(BaseParameters::open())); });
+        cli.run_in_working_folder([] { return exit_status(save_as_default(BaseParameters::open())); });
       });
 }
 

@@ -1,25 +1,80 @@
 #include <CLI/CLI.hpp>
 
+#include <filesystem>
 #include <iostream>
+#include <vector>
 
 #include "cli/cli.h"
 #include "cli/commands.h"
+#include "cli/examples.h"
+#include "cli/suggest.h"
 #include "shell/working_folder.h"
+#include "tagfile/folder_lock.h"
 #include "tagfile/latin1.h"
 #include "tagfile/messages.h"
 
 namespace quorva::cli {
+namespace {
+
+// What the person can do about a folder that is no working folder, in the language of the
+// installation message before it.
+std::string init_hint(const std::string& installation_message,
+                      const std::filesystem::path& folder) {
+  const bool italian = installation_message.rfind("Programma", 0) == 0;
+  const std::string here = folder.empty() ? "" : folder.string();
+  if (italian)
+    return "Per creare una cartella di lavoro: quorva init DIR" +
+           (here.empty() ? std::string() : " (qui: quorva init " + here + ")") +
+           ", poi indicarla con --home DIR o $QUORVA_HOME.";
+  return "To make a working folder: quorva init DIR" +
+         (here.empty() ? std::string() : " (here: quorva init " + here + ")") +
+         ", then name it with --home DIR or $QUORVA_HOME.";
+}
+
+}  // namespace
+
+bool read_only_command(const std::string& command_path) {
+  static const char* const kReadOnly[] = {"program show", "user show",   "options show",
+                                          "columns show", "dclgen show", "preview",
+                                          "warnings",     "check"};
+  for (const char* path : kReadOnly)
+    if (command_path == path) return true;
+  return false;
+}
+
+std::string Cli::command_path() const {
+  std::string path;
+  for (const CLI::App* level = app; level;) {
+    const std::vector<CLI::App*> chosen = level->get_subcommands();
+    level = chosen.empty() ? nullptr : chosen.front();
+    if (level) path += (path.empty() ? "" : " ") + level->get_name();
+  }
+  return path;
+}
 
 void Cli::run_in_working_folder(const std::function<int()>& command) {
-  FolderResult entered = enter_working_folder(choose_home(home_option));
+  const HomeChoice home = choose_home(home_option);
+  FolderResult entered = enter_working_folder(home);
   if (!entered.ok) {
-    ui.show_message(entered.message);
+    ui.show_message(entered.message + "\n" + init_hint(entered.message, home.folder));
     exit_code = kUsage;
     return;
   }
   if (answer_yes) ui.set_answer(true);
   if (answer_no) ui.set_answer(false);
   ScopedUserInterface port(ui);
+  const std::string path = command_path();
+  if (read_only_command(path)) {
+    exit_code = command();
+    return;
+  }
+  // Named by its subcommands only: the values may hold a password.
+  FolderLock::set_holder_description("quorva " + path);
+  FolderLock lock;
+  if (!lock.held()) {
+    exit_code = kFailed;
+    return;
+  }
   exit_code = command();
 }
 
@@ -47,9 +102,13 @@ int main(int argc, char** argv) {
   app.set_version_flag("--version", "quorva " QUORVA_VERSION);
   app.require_subcommand(1);
   app.fallthrough();
+  cli.app = &app;
   app.add_option("--home", cli.home_option, "Working folder to use")->type_name("DIR");
-  auto* yes_flag = app.add_flag("--yes", cli.answer_yes, "Answer Yes to every question");
-  app.add_flag("--no", cli.answer_no, "Answer No to every question")->excludes(yes_flag);
+  auto* yes_flag =
+      app.add_flag("--yes", cli.answer_yes,
+                   "Go ahead at every question (overwrite, erase, create a folder, save as it is)");
+  app.add_flag("--no", cli.answer_no, "Go ahead at no question: what asks is not done")
+      ->excludes(yes_flag);
 
   add_init_command(app, cli);
   add_check_command(app, cli);
@@ -61,7 +120,14 @@ int main(int argc, char** argv) {
   add_db2_commands(app, cli);
   add_user_commands(app, cli);
   add_options_commands(app, cli);
+  add_help_examples(app);
 
+  // A mistyped command or option is named, with the nearest one, before CLI11 parses.
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  if (std::optional<std::string> unknown = unknown_word_message(app, words)) {
+    std::cerr << *unknown << '\n';
+    return kUsage;
+  }
   try {
     app.parse(argc, argv);
   } catch (const CLI::Success& e) {

@@ -1,65 +1,60 @@
 #include "engine/column_file.h"
 
-#include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 
 #include "dclgen/cobol_words.h"
+#include "tagfile/disk.h"
+#include "tagfile/folder_lock.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
 
-// Implementation details: a column file is read whole and rewritten whole. The new text
-// goes to a sibling file first and replaces the old one only when it was written in full,
-// so a failing disk never leaves a half-written selection behind.
+// Implementation details: a column file is read whole and replaced whole under the working
+// folder's lock. The reader and the rewriter must agree on what a line is and where a block
+// ends, or a rewrite changes what the next read finds. Both cut the text at "\n" and compare
+// a line without one "\r" before it, and the rewriter copies every line it keeps byte for
+// byte, terminator included: rewriting kept lines in a normalised form (one "\r" dropped)
+// turned a line "[SELECT1-QUERY]\r\r", no block, into one. Both end a block at its closing
+// line or at the next tag line: a block left open at the end of the file would otherwise
+// swallow the block appended after it, and a rewrite of an unclosed block would drop every
+// block after it. Where the removed block, or the appended one, is what ends an unclosed
+// block, the rewriter writes that block's closing line before it, so it ends there still
+// and a second rewrite changes nothing more.
 
 namespace quorva {
 namespace {
 
-std::optional<std::string> read_whole(const std::string& file) {
-  std::ifstream in(file, std::ios::binary);
-  if (!in) return std::nullopt;
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
+// One line of a column file: its text as compared (without "\n" and one "\r" before it)
+// and its bytes as stored (with its terminator, if it has one).
+struct Line {
+  std::string_view text;
+  std::string_view raw;
+};
 
-bool write_whole(const std::string& file, const std::string& text) {
-  const std::string temporary = file + ".new";
-  {
-    std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
-    if (!out) return false;
-    out << text;
-    out.flush();
-    if (!out) {
-      out.close();
-      std::remove(temporary.c_str());
-      return false;
-    }
-  }
-  std::error_code error;
-  std::filesystem::rename(temporary, file, error);
-  if (error) {
-    std::remove(temporary.c_str());
-    return false;
-  }
-  return true;
-}
-
-// Lines without their "\n" (and a "\r" before it); the last line may lack its "\n".
-std::vector<std::string> split_lines(const std::string& text) {
-  std::vector<std::string> lines;
+std::vector<Line> split_lines(std::string_view text) {
+  std::vector<Line> lines;
   std::size_t start = 0;
   while (start < text.size()) {
     std::size_t end = text.find('\n', start);
-    if (end == std::string::npos) end = text.size();
-    std::string line = text.substr(start, end - start);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    lines.push_back(std::move(line));
-    start = end + 1;
+    const std::size_t next = end == std::string_view::npos ? text.size() : end + 1;
+    if (end == std::string_view::npos) end = text.size();
+    std::string_view line = text.substr(start, end - start);
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    lines.push_back({line, text.substr(start, next - start)});
+    start = next;
   }
   return lines;
+}
+
+// An opening or closing line of any block. None can stand inside a block, so a block whose
+// closing line is missing ends at the next one (or at the end of the file), and a block
+// appended after it does not become part of it.
+bool is_tag_line(std::string_view line) {
+  auto ends_with = [line](std::string_view end) {
+    return line.size() >= end.size() && line.substr(line.size() - end.size()) == end;
+  };
+  return line.size() > 2 && line.front() == '[' && (ends_with("-QUERY]") || ends_with("-WHERE]"));
 }
 
 std::string opening_tag(const std::string& master_tag, Selection selection) {
@@ -125,6 +120,23 @@ std::optional<DclgenColumn> parse_record(const std::string& line) {
       !scan_int(fields[5], column.ordinal) || !scan_int(fields[6], column.null_indicator))
     return std::nullopt;
   return column;
+}
+
+Status report_write_failure(const std::string& file, const std::string& reason) {
+  Mostra_popup("I cannot Open the output file... look at error.log",
+               "Impossibile Aprire file in scrittura ... vedi error.log");
+  Scrivi_log("Impossibile Aprire il file", kNoNumber, LogKind::kError);
+  Scrivi_log_dettaglio("nomefile:", file, kNoNumber, kNoNumber, LogKind::kError);
+  return Status::failure(bilingual("I cannot write the file ", "Impossibile scrivere il file ") +
+                         file + (reason.empty() ? "" : " (" + reason + ")"));
+}
+
+Status refuse_field(const char* label, const std::string& file) {
+  const std::string message = line_break_message(label);
+  Mostra_popup(message);
+  Scrivi_log("Valore con a capo o NUL rifiutato", kNoNumber, LogKind::kError);
+  Scrivi_log_dettaglio("nomefile:", file, kNoNumber, kNoNumber, LogKind::kError);
+  return Status::failure(message);
 }
 
 std::string strip_brackets(const std::string& line) {
@@ -197,47 +209,70 @@ HostNaming parse_host_naming(const std::string& access_text) {
   return naming;
 }
 
-bool Riscrivi_tag_treedb2(const std::string& file, const std::string& master_tag,
-                          Selection selection, bool write, const std::string& member,
-                          const std::string& access_text,
-                          const std::vector<DclgenColumn>& columns) {
+Status Riscrivi_tag_treedb2(const std::string& file, const std::string& master_tag,
+                            Selection selection, bool write, const std::string& member,
+                            const std::string& access_text,
+                            const std::vector<DclgenColumn>& columns) {
   if (file.empty() || master_tag.empty()) {
     report_missing_data("Riscrivi_tag_treedb2", file, member, master_tag, true);
-    return false;
+    return Status::failure(bilingual("The file name or the Master Tag are NULL !!",
+                                     "Il nome del file , o il Master Tag sono a NULL !!"));
   }
+  if (write && !columns.empty()) {
+    // A line break inside a field would end its line and start another record or block.
+    const std::pair<const char*, const std::string*> fields[] = {{"MEMBER", &member},
+                                                                 {"PREFIX", &access_text}};
+    for (const auto& [label, value] : fields)
+      if (has_line_break(*value)) return refuse_field(label, file);
+    for (const DclgenColumn& column : columns)
+      if (has_line_break(column.name) || has_line_break(column.length_text) ||
+          has_line_break(column.cobol_picture))
+        return refuse_field("COLUMN", file);
+  }
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
+  FileRead old = disk().read(file);
+  // A file not written yet holds no blocks; one that cannot be read must not be replaced
+  // by the new block alone.
+  if (old.status == FileRead::kFailed) return report_write_failure(file, old.error);
   const std::string open = opening_tag(master_tag, selection);
   const std::string close = closing_tag(master_tag, selection);
   std::string text;
-  // A file not written yet holds no blocks.
-  if (std::optional<std::string> old_text = read_whole(file)) {
-    bool inside = false;
-    for (const std::string& line : split_lines(*old_text)) {
-      if (!inside && line == open) {
-        inside = true;
+  text.reserve(old.text.size() + 64 * columns.size() + 64);
+  bool inside = false;
+  std::string_view open_block;  // the opening line of the kept block the text is inside
+  for (const Line& line : split_lines(old.text)) {
+    if (inside) {
+      if (line.text == close) {
+        inside = false;
         continue;
       }
-      if (inside) {
-        if (line == close) inside = false;
-        continue;
-      }
-      text += line + "\n";
+      if (!is_tag_line(line.text)) continue;
+      inside = false;  // the block ended without its closing line
     }
+    if (line.text == open) {
+      // This block's opening line ended an unclosed block before it: a closing line in its
+      // place keeps that block from running on into the lines after this one.
+      if (!open_block.empty()) text += "[/" + std::string(open_block.substr(1)) + "\n";
+      open_block = {};
+      inside = true;
+      continue;
+    }
+    if (is_tag_line(line.text)) open_block = line.text[1] == '/' ? std::string_view() : line.text;
+    text += line.raw;
   }
   if (write && !columns.empty()) {
+    if (!text.empty() && text.back() != '\n') text += '\n';
+    if (!open_block.empty()) text += "[/" + std::string(open_block.substr(1)) + "\n";
     text += open + "\n<" + member + ">\n<" + access_text + ">\n";
     int nullable = 0;
     for (const DclgenColumn& column : columns)
       text += record_line(column, column.not_null == 0 ? ++nullable : 0) + "\n";
     text += close + "\n";
   }
-  if (!write_whole(file, text)) {
-    Mostra_popup("I cannot Open the output file... look at error.log",
-                 "Impossibile Aprire file in scrittura ... vedi error.log");
-    Scrivi_log("Impossibile Aprire il file", kNoNumber, LogKind::kError);
-    Scrivi_log_dettaglio("nomefile:", file, kNoNumber, kNoNumber, LogKind::kError);
-    return false;
-  }
-  return true;
+  FileWrite written = disk().replace(file, text);
+  if (!written.ok()) return report_write_failure(file, written.error);
+  return {};
 }
 
 std::optional<ColumnBlock> Leggi_colonne_treedb2(const std::string& file,
@@ -247,7 +282,7 @@ std::optional<ColumnBlock> Leggi_colonne_treedb2(const std::string& file,
     report_missing_data("Leggi_colonne_treedb2", file, "", master_tag, popup);
     return std::nullopt;
   }
-  std::optional<std::string> text = read_whole(file);
+  std::optional<std::string> text = read_whole_file(file);
   if (!text) {
     if (popup)
       Mostra_popup("WARNING, I cannot open the file" + file,
@@ -255,17 +290,18 @@ std::optional<ColumnBlock> Leggi_colonne_treedb2(const std::string& file,
     return std::nullopt;
   }
   const std::string open = opening_tag(master_tag, selection);
-  const std::string close = closing_tag(master_tag, selection);
   ColumnBlock block;
-  std::vector<std::string> lines = split_lines(*text);
+  const std::vector<Line> lines = split_lines(*text);
   std::size_t i = 0;
-  while (i < lines.size() && lines[i] != open) ++i;
+  while (i < lines.size() && lines[i].text != open) ++i;
   if (i == lines.size()) return block;
   ++i;
-  if (i < lines.size() && lines[i] != close) block.member = strip_brackets(lines[i++]);
-  if (i < lines.size() && lines[i] != close) block.access_text = strip_brackets(lines[i++]);
-  for (; i < lines.size() && lines[i] != close; ++i) {
-    std::optional<DclgenColumn> column = parse_record(lines[i]);
+  if (i < lines.size() && !is_tag_line(lines[i].text))
+    block.member = strip_brackets(std::string(lines[i++].text));
+  if (i < lines.size() && !is_tag_line(lines[i].text))
+    block.access_text = strip_brackets(std::string(lines[i++].text));
+  for (; i < lines.size() && !is_tag_line(lines[i].text); ++i) {
+    std::optional<DclgenColumn> column = parse_record(std::string(lines[i].text));
     if (!column) return std::nullopt;
     block.columns.push_back(std::move(*column));
   }

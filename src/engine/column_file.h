@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "dclgen/dclgen_column.h"
+#include "port/status.h"
 
 namespace quorva {
 
@@ -34,8 +35,8 @@ struct HostNaming {
   /// The COBOL host variable of `column` under this naming.
   std::string host_variable(const DclgenColumn& column) const;
 };
-std::string format_host_naming(const HostNaming& naming);        ///< "CL-|NAME"
-HostNaming parse_host_naming(const std::string& access_text);    ///< text without "<", ">"
+std::string format_host_naming(const HostNaming& naming);      ///< "CL-|NAME"
+HostNaming parse_host_naming(const std::string& access_text);  ///< text without "<", ">"
 
 /// One block read back from a column file.
 struct ColumnBlock {
@@ -45,15 +46,18 @@ struct ColumnBlock {
 };
 
 /// Rewrites `file` without the old block of `master_tag` + selection; with `write` and at
-/// least one column, appends the new block. Other blocks stay byte for byte.
-bool Riscrivi_tag_treedb2(const std::string& file, const std::string& master_tag,
-                          Selection selection, bool write, const std::string& member,
-                          const std::string& access_text, const std::vector<DclgenColumn>& columns);
+/// least one column, appends the new block. Every other line stays byte for byte. Done
+/// under the working folder's lock, replacing the file whole; a file that cannot be read
+/// is left as it is, and a field holding a line break is refused.
+Status Riscrivi_tag_treedb2(const std::string& file, const std::string& master_tag,
+                            Selection selection, bool write, const std::string& member,
+                            const std::string& access_text,
+                            const std::vector<DclgenColumn>& columns);
 
 /// Reads the block of `master_tag` + selection. nullopt on failure (file not readable, a
 /// record line without its seven fields); a block that is absent gives an empty block.
 std::optional<ColumnBlock> Leggi_colonne_treedb2(const std::string& file,
-                                                 const std::string& master_tag,
-                                                 Selection selection, bool popup = true);
+                                                 const std::string& master_tag, Selection selection,
+                                                 bool popup = true);
 
 }  // namespace quorva

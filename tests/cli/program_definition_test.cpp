@@ -71,7 +71,7 @@ TEST(CommandLine, UserAndOptions) {
               {"user show", 0,
                "pswtso          (password) : ********\ntsouser         (user)     : USER01"},
               {"user show", 0, "(folder)   : " + folder + "/\n"},
-              {"options set cobol-break=250 descr-break=default", 0, "for COBOL must be within"},
+              {"options set cobol-break=250 descr-break=default", 1, "for COBOL must be within"},
               {"options set template=Missing.txt tips=OFF", 1, "is invalid, or not .TXT"},
               {"options set tips=maybe", 1, "must be ON or OFF"},
               {"options show", 0, "(cobol-break, 60-200)      : 200"}});

@@ -7,6 +7,7 @@
 
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
+#include "tagfile/disk.h"
 
 namespace quorva::test {
 namespace {
@@ -73,6 +74,108 @@ TEST_F(ColumnFile, FailuresAreReportedAndLogged) {
                 .find("\nERROR :Errore ne' Riscrivi_tag_treedb2: Dati "
                       "mancanti-99\nERROR :nome_file:\nERROR :Dclgen name:M"),
             std::string::npos);
+}
+
+std::string from_base64(const std::string& text) {
+  const std::string digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string bytes;
+  unsigned bits = 0;
+  int count = 0;
+  for (char c : text) {
+    if (c == '=') break;
+    bits = (bits << 6) | static_cast<unsigned>(digits.find(c));
+    count += 6;
+    if (count >= 8) {
+      count -= 8;
+      bytes += static_cast<char>((bits >> count) & 0xFF);
+    }
+  }
+  return bytes;
+}
+
+// Read, rewrite with what was read, read again: the block comes back the same, every line
+// outside it keeps its bytes and the other blocks read as before.
+TEST_F(ColumnFile, BlocksSurviveReadRewriteRead) {
+  const struct {
+    const char* name;
+    std::string text;
+    std::size_t columns;
+    std::string after;  ///< the file after the rewrite
+  } cases[] = {
+      // Found by fuzzing: "[SELECT1-QUERY]\r\r" is no block, but became one once the rewrite
+      // dropped a "\r" from every line it kept.
+      {"fuzz regression",
+       from_base64("CltTRUxFQ1QxLVFVRVJZXQ0NCgoNAgohDQ0KOQ0NCjnKDXoKDQ0NCgoKPcoNCg0N"), 0,
+       from_base64("CltTRUxFQ1QxLVFVRVJZXQ0NCgoNAgohDQ0KOQ0NCjnKDXoKDQ0NCgoKPcoNCg0N")},
+      {"CRLF lines kept as they are",
+       "# notes\r\n[SELECT1-QUERY]\r\n<M>\r\n<P-|NAME>\r\nA  1  NULL  X(1)  1  0  0\r\n"
+       "[/SELECT1-QUERY]\r\n[SELECT2-QUERY]\r\n<N>\r\n<>\r\n[/SELECT2-QUERY]\r\n",
+       1,
+       "# notes\r\n[SELECT2-QUERY]\r\n<N>\r\n<>\r\n[/SELECT2-QUERY]\r\n[SELECT1-QUERY]\n<M>\n"
+       "<P-|NAME>\nA  1  NULL  X(1)  1  0  0\n[/SELECT1-QUERY]\n"},
+      {"an unclosed block ends at the next tag line, and the block appended after it",
+       "[SELECT1-QUERY]\n<M>\n<>\nA  1  NULL  NULL  1  0  0\n[SELECT2-QUERY]\n<T2>\n<>\n"
+       "B  1  NULL  NULL  1  0  0\n",
+       1,
+       "[SELECT2-QUERY]\n<T2>\n<>\nB  1  NULL  NULL  1  0  0\n[/SELECT2-QUERY]\n[SELECT1-QUERY]\n"
+       "<M>\n<>\nA  1  NULL  NULL  1  0  0\n[/SELECT1-QUERY]\n"},
+      {"a removed block that ended an unclosed one leaves a closing line in its place",
+       "[SELECT2-QUERY]\n<T2>\n<>\nB  1  NULL  NULL  1  0  0\n[SELECT1-QUERY]\n<M>\n<>\n"
+       "[/SELECT1-QUERY]\nnot a record\n",
+       0, "[SELECT2-QUERY]\n<T2>\n<>\nB  1  NULL  NULL  1  0  0\n[/SELECT2-QUERY]\nnot a record\n"},
+      {"last line without its line feed",
+       "[SELECT1-QUERY]\n<M>\n<>\nA  1  NULL  NULL  0  0  1\n[/SELECT1-QUERY]\nend", 1,
+       "end\n[SELECT1-QUERY]\n<M>\n<>\nA  1  NULL  NULL  0  0  1\n[/SELECT1-QUERY]\n"},
+  };
+  for (const auto& c : cases) {
+    write_text("temp/col_select.dat", c.text);
+    auto first = Leggi_colonne_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery);
+    ASSERT_TRUE(first) << c.name;
+    ASSERT_EQ(first->columns.size(), c.columns) << c.name;
+    auto other = Leggi_colonne_treedb2("temp/col_select.dat", "SELECT2", Selection::kQuery);
+    ASSERT_TRUE(Riscrivi_tag_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery, true,
+                                     first->member, first->access_text, first->columns))
+        << c.name;
+    EXPECT_EQ(read_text("temp/col_select.dat"), c.after) << c.name;
+    auto second = Leggi_colonne_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery);
+    ASSERT_TRUE(second) << c.name;
+    EXPECT_EQ(second->columns, first->columns) << c.name;
+    EXPECT_EQ(Leggi_colonne_treedb2("temp/col_select.dat", "SELECT2", Selection::kQuery)->columns,
+              other->columns)
+        << c.name;
+  }
+}
+
+// A disk that can read nothing: the rewrite must not replace the file with its new block.
+class UnreadableDisk : public Disk {
+ public:
+  FileRead read(const std::string&) override { return {FileRead::kFailed, "", "I/O error"}; }
+  FileWrite replace(const std::string& path, std::string_view text) override {
+    return real_disk().replace(path, text);
+  }
+  bool append(const std::string& p, std::string_view t, std::string& e) override {
+    return real_disk().append(p, t, e);
+  }
+  bool remove(const std::string& p, std::string& e) override { return real_disk().remove(p, e); }
+  bool exists(const std::string& p) override { return real_disk().exists(p); }
+};
+
+TEST_F(ColumnFile, RefusesWhatWouldCorruptTheFile) {
+  const std::string kept =
+      "[SELECT2-QUERY]\n<T2>\n<>\nA  1  NULL  NULL  1  0  0\n[/SELECT2-QUERY]\n";
+  write_text("temp/col_select.dat", kept);
+  {
+    UnreadableDisk unreadable;
+    ScopedDisk scope(unreadable);
+    Status status = Riscrivi_tag_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery, true,
+                                         "M", "", kColumns);
+    EXPECT_FALSE(status);
+    EXPECT_NE(status.message().find("(I/O error)"), std::string::npos) << status.message();
+  }
+  EXPECT_FALSE(Riscrivi_tag_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery, true, "M",
+                                    "P-\nX|NAME", kColumns));
+  EXPECT_EQ(read_text("temp/col_select.dat"), kept);
+  EXPECT_NE(ui_.messages.back().find("line break"), std::string::npos);
 }
 
 TEST_F(ColumnFile, HostNamingStyles) {

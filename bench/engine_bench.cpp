@@ -12,7 +12,7 @@
 #include <string>
 
 #include "engine/column_file.h"
-#include "engine/generator.h"
+#include "panels/generate_panel.h"
 #include "port/user_interface.h"
 
 namespace fs = std::filesystem;
@@ -113,8 +113,8 @@ void BM_GenerateMaximalProgram(benchmark::State& state) {
   ScopedUserInterface port(quiet);
   int lines = 0;
   for (auto _ : state) {
-    Generator generator;
-    generator.open_panel();
+    GeneratePanel generator;
+    generator.open();
     GenerationResult result = generator.go();
     lines = result.lines_written;
     benchmark::DoNotOptimize(lines);

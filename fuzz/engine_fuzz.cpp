@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "engine/generator.h"
 #include "engine/template_loader.h"
+#include "panels/generate_panel.h"
 #include "port/user_interface.h"
 
 namespace {
@@ -67,8 +67,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   YesUi port;
   quorva::ScopedUserInterface scope(port);
   quorva::code_lines_of(parts[0]);
-  quorva::Generator generator;
-  generator.open_panel();
+  quorva::GeneratePanel generator;
+  generator.open();
   generator.go();
   return 0;
 }

@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <iostream>
 
+#include "check/check_program.h"
 #include "cli/cli.h"
 #include "cli/commands.h"
-#include "engine/check_program.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
 

@@ -5,7 +5,7 @@
 
 #include "cli/cli.h"
 #include "cli/commands.h"
-#include "engine/generator.h"
+#include "panels/generate_panel.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
@@ -31,8 +31,8 @@ void add_generate_commands(CLI::App& app, Cli& cli) {
                      "any finding");
   generate->callback([&cli, check] {
     cli.run_in_working_folder([&cli, check] {
-      Generator generator;
-      generator.open_panel();
+      GeneratePanel generator;
+      generator.open();
       GenerationResult result = generator.go();
       // Declined at the overwrite question: the program asked for was not written.
       if (result.status != GenerationResult::kDone) return kFailed;
@@ -42,7 +42,7 @@ void add_generate_commands(CLI::App& app, Cli& cli) {
   });
   app.add_subcommand("preview", "Print the generated program")->callback([&cli] {
     cli.run_in_working_folder([] {
-      const std::string name = Generator::output_name(false);
+      const std::string name = GeneratePanel::output_name(false);
       if (name.empty() || !print_file(name)) {
         Mostra_popup("Cannot find the following file:\n" + name,
                      "Non trovo il seguente file :\n" + name);

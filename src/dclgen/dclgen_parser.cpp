@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <sstream>
 
 #include "dclgen/cobol_words.h"
@@ -283,7 +284,8 @@ void DclgenParser::match_picture(std::string name, const std::string& picture) {
       } else if (!rest.empty() && rest.find_first_not_of("0123456789") == std::string::npos &&
                  rest.size() < 6) {
         // Without COLSUFFIX(YES) DCLGEN numbers the fields from 1 in column order.
-        std::size_t number = std::stoul(rest);
+        std::size_t number = 0;
+        std::from_chars(rest.data(), rest.data() + rest.size(), number);
         if (number >= 1 && number <= columns_.size()) {
           columns_[number - 1].cobol_picture = picture;
         }

@@ -14,34 +14,23 @@ struct GenerationResult {
   int lines_written = 0;
   std::string first_lines;  ///< the first three lines written, each followed by "\r\n"
   std::string rank;         ///< the user's level title after this generation
+  bool promoted = false;    ///< the rank rose with this generation
+  int messages = 0;         ///< messages shown while running (rejected custom flags)
 };
 
-/// The Generate panel's work, behind the user-interface port: the CLI and the desktop
-/// front end both open it and press GO on it.
-class Generator {
- public:
-  /// Recreates warning.log, settles the template, resets the bars, shows the ready text.
-  void open_panel();
-  /// Runs one generation: output name and overwrite question, use counter, the three
-  /// phases with their status texts and bars, the completion text and the rank.
-  GenerationResult go();
-
-  /// sourcedirectory + nomeprogr + ".txt"; empty when either is missing.
-  static std::string output_name(bool popup);
-  /// Opens the generated program, or says it cannot be found. False when missing.
-  static bool preview();
-  /// Opens warning.log.
-  static void explore_warnings();
-
-  const std::string& template_name() const { return template_name_; }
-  /// Messages shown during the last GO (rejected custom flags).
-  int messages() const { return messages_; }
-
- private:
-  std::string template_name_;
-  int declared_ = -1;
-  int messages_ = 0;
+/// What a run needs, settled by the Generate panel and its questions beforehand.
+struct GenerationJob {
+  std::string template_name;
+  int declared = -1;  ///< the template's declared line count
+  std::string output_name;
 };
+
+/// One generation after its questions: the use counter, the three phases with their status
+/// texts and bars, the completion text. The program is built in memory and replaces the old
+/// one whole only when complete, so a failed or interrupted run leaves the previous program
+/// as it was. Asks nothing, so a window may run it off its user-interface thread; holds the
+/// working folder's lock throughout.
+GenerationResult run_generation(const GenerationJob& job);
 
 constexpr const char* kBarPreallocation = "PseudoCode Preallocation";
 constexpr const char* kBarConversions = "Conversion Keys Preallocation";

@@ -78,15 +78,6 @@ void warn_size(const std::string& template_name, int read, int declared) {
 
 }  // namespace
 
-std::string choose_template() {
-  std::optional<std::string> alternative =
-      Leggi_tag(kConfigFile, false, "ALTERNATIVE_QUORMEM_FILE");
-  if (!alternative) return kDefaultTemplate;
-  if (alternative->find('/') == std::string::npos && alternative->find('\\') == std::string::npos)
-    return "Resource/" + *alternative;
-  return *alternative;
-}
-
 int read_declared_count(const std::string& template_name) {
   return Leggi_tag_int(template_name, true, "numlines");
 }

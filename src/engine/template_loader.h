@@ -8,13 +8,8 @@
 
 namespace quorva {
 
-constexpr const char* kDefaultTemplate = "Resource/Quormem.txt";
 /// The client version this system is; templates name the one they need under `client`.
 constexpr const char* kClientVersion = "1.33";
-
-/// The template in use: ALTERNATIVE_QUORMEM_FILE when set (a bare file name is looked
-/// for in Resource/), else Resource/Quormem.txt.
-std::string choose_template();
 
 /// The declared code-line count (`numlines`), -1 when missing (the person is told).
 int read_declared_count(const std::string& template_name);

@@ -2,24 +2,18 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
 #include <string_view>
 #include <system_error>
 
 #include "shell/skeleton.h"
+#include "store/user_file.h"
+#include "tagfile/disk.h"
 #include "tagfile/tag_file.h"
-
-#ifndef _WIN32
-#include <sys/stat.h>
-#endif
 
 namespace fs = std::filesystem;
 
 namespace quorva {
 namespace {
-
-constexpr const char* kUserTags[] = {"ipaddress", "tsolibrary",  "sourcedirectory", "pswtso",
-                                     "tsouser",   "nomecognome", "societa"};
 
 std::string installation_message(const fs::path& folder) {
   // A broken folder has no configuration of its own: the person's usual one, in the
@@ -34,26 +28,17 @@ std::string installation_message(const fs::path& folder) {
   return "The program isn't correctly installed. Repeat the install again";
 }
 
+// Replaced whole, so a --force that fails half-way leaves each file old or new.
 bool write_bytes(const fs::path& path, const unsigned char* data, std::size_t size) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out.write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-  out.close();
-  return static_cast<bool>(out);
+  return disk()
+      .replace(path.string(), std::string_view(reinterpret_cast<const char*>(data), size))
+      .ok();
 }
 
 std::string source_folder_text(const fs::path& programs) {
   std::string text = programs.generic_string();
   if (text.empty() || text.back() != '/') text += '/';
   return text;
-}
-
-// User.dat holds a password: readable by its owner only.
-void restrict_to_owner(const fs::path& path) {
-#ifndef _WIN32
-  ::chmod(path.c_str(), 0600);
-#else
-  (void)path;
-#endif
 }
 
 }  // namespace
@@ -99,13 +84,9 @@ FolderResult init_working_folder(const fs::path& folder, bool force) {
 
   const std::string user = (folder / "Resource" / "User.dat").string();
   if (!Esiste_file(user)) {
-    std::string text;
-    for (const char* tag : kUserTags)
-      text +=
-          std::string(tag) + "=" +
-          (std::string(tag) == "sourcedirectory" ? source_folder_text(programs.lexically_normal())
-                                                 : "") +
-          "\n";
+    UserData data;
+    data.sourcedirectory = source_folder_text(programs.lexically_normal());
+    const std::string text = user_data_text(data);
     if (!write_bytes(user, reinterpret_cast<const unsigned char*>(text.data()), text.size()))
       return {false, "I cannot write the file " + user};
     restrict_to_owner(user);

@@ -1,4 +1,4 @@
-#include "engine/check_program.h"
+#include "check/check_program.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <span>
 #include <string>
 
+#include "check/check_cobol.h"
 #include "check/check_samples.h"
-#include "engine/check_cobol.h"
 #include "support/run_command.h"
 #include "support/temp_folder.h"
 

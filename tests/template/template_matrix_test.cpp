@@ -10,9 +10,9 @@
 #include <regex>
 #include <string>
 
-#include "engine/check_cobol.h"
-#include "engine/check_program.h"
-#include "engine/generator.h"
+#include "check/check_cobol.h"
+#include "check/check_program.h"
+#include "panels/generate_panel.h"
 #include "support/postgres_cluster.h"
 #include "support/recording_ui.h"
 #include "support/run_command.h"
@@ -46,8 +46,8 @@ TEST(TemplateMatrixTest, EveryDefinitionGivesACleanProgram) {
     const std::string what = write_definition(folder.path(), d);
     fs::remove(folder.path() / "programs/QVTEST.txt");
     RecordingUi ui;
-    Generator generator;
-    generator.open_panel();
+    GeneratePanel generator;
+    generator.open();
     EXPECT_EQ(generator.go().status, GenerationResult::kDone) << what;
     const std::string program = read_text(folder.path() / "programs/QVTEST.txt");
     ASSERT_FALSE(program.empty()) << what;
@@ -150,8 +150,8 @@ class TemplateRunTest : public ::testing::Test {
     write_definition(folder_.path(), d);
     std::filesystem::remove("programs/QVTEST.txt");
     RecordingUi ui;
-    Generator generator;
-    generator.open_panel();
+    GeneratePanel generator;
+    generator.open();
     EXPECT_EQ(generator.go().status, GenerationResult::kDone);
     write_text("run/QVTEST.cbl", read_text("programs/QVTEST.txt"));
     CommandResult compiled = run_command("cobc -x -std=ibm -o run/qvtest run/QVTEST.cbl");

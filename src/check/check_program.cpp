@@ -1,4 +1,4 @@
-#include "engine/check_program.h"
+#include "check/check_program.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -6,10 +6,10 @@
 #include <regex>
 #include <sstream>
 
-#include "engine/check_easytrieve.h"
-#include "engine/check_jcl.h"
-#include "engine/check_layout.h"
-#include "engine/check_leftovers.h"
+#include "check/check_easytrieve.h"
+#include "check/check_jcl.h"
+#include "check/check_layout.h"
+#include "check/check_leftovers.h"
 #include "tagfile/tag_file.h"
 
 namespace fs = std::filesystem;

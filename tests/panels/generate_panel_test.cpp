@@ -1,4 +1,4 @@
-#include "engine/generator.h"
+#include "panels/generate_panel.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +7,7 @@
 
 #include "engine/conversion_list.h"
 #include "engine/template_loader.h"
+#include "support/faulty_disk.h"
 #include "support/recording_ui.h"
 #include "support/run_command.h"
 #include "support/temp_folder.h"
@@ -15,7 +16,7 @@
 namespace quorva::test {
 namespace {
 
-class GeneratorTest : public FolderTest {};
+class GeneratePanelTest : public FolderTest {};
 
 void write_program_files(const std::string& template_text) {
   write_text("Resource/QVconfig.ini", "target_language=ENG\nQVjoined=29\n");
@@ -37,10 +38,10 @@ const char* const kTemplate =
     "CFI   SELECT FILEIN#\n"
     "C2N   ACCEPT PARM-#\n";
 
-TEST_F(GeneratorTest, GoWritesTheProgramWithHeaderValuesAndReportsProgress) {
+TEST_F(GeneratePanelTest, GoWritesTheProgramWithHeaderValuesAndReportsProgress) {
   write_program_files(kTemplate);
-  Generator generator;
-  generator.open_panel();
+  GeneratePanel generator;
+  generator.open();
   GenerationResult result = generator.go();
   ASSERT_EQ(result.status, GenerationResult::kDone);
   EXPECT_EQ(result.output_name, "out/PGMA.txt");
@@ -74,11 +75,11 @@ TEST_F(GeneratorTest, GoWritesTheProgramWithHeaderValuesAndReportsProgress) {
   EXPECT_EQ(read_text("out/PGMA.txt"), before);
 }
 
-TEST_F(GeneratorTest, SizeWarningRewritesNumlinesAndClientMismatchIsLogged) {
+TEST_F(GeneratePanelTest, SizeWarningRewritesNumlinesAndClientMismatchIsLogged) {
   write_program_files(
       "quormem=T-8\nnumlines=9\nclient=1.330\n\n[THE CODE BEGINS HERE]\nC     A\n\nC     B\n");
-  Generator generator;
-  generator.open_panel();
+  GeneratePanel generator;
+  generator.open();
   ASSERT_EQ(generator.go().status, GenerationResult::kDone);
   ASSERT_FALSE(ui_.messages.empty());
   EXPECT_NE(ui_.messages[0].find("\nReaded Lines:3\nDeclared Lines:9\n"), std::string::npos);
@@ -93,20 +94,61 @@ TEST_F(GeneratorTest, SizeWarningRewritesNumlinesAndClientMismatchIsLogged) {
   // The next generation counts two lines against the three just written and warns again.
   ui_.messages.clear();
   ui_.answer(true);
-  generator.open_panel();
+  generator.open();
   ASSERT_EQ(generator.go().status, GenerationResult::kDone);
   EXPECT_NE(ui_.messages[0].find("\nReaded Lines:2\nDeclared Lines:3\n"), std::string::npos);
 }
 
-TEST_F(GeneratorTest, StopsWhenTheOutputFolderIsMissing) {
+TEST_F(GeneratePanelTest, StopsWhenTheOutputFolderIsMissing) {
   write_program_files(kTemplate);
   write_text("Resource/User.dat", "sourcedirectory=missing/\n");
-  Generator generator;
-  generator.open_panel();
+  GeneratePanel generator;
+  generator.open();
   EXPECT_EQ(generator.go().status, GenerationResult::kStopped);
   EXPECT_EQ(ui_.messages.back().rfind("It's impossible to open the file:missing/PGMA.txt", 0), 0u);
-  EXPECT_FALSE(Generator::preview());
+  EXPECT_FALSE(GeneratePanel::preview());
   EXPECT_EQ(ui_.messages.back(), "Cannot find the following file:\nmissing/PGMA.txt");
+}
+
+// Whatever stops a run, the program already there stays byte for byte and nothing is
+// written anywhere else.
+TEST_F(GeneratePanelTest, AStoppedRunLeavesThePreviousProgram) {
+  struct Case {
+    const char* what;
+    const char* parbase_name;  // nomeprogr as found in the file
+    bool full_disk;
+    const char* says;
+  };
+  const Case cases[] = {
+      {"full disk", "PGMA", true, "It's impossible to open the file:out/PGMA.txt"},
+      {"path as name", "../../x", false, "The Program Name must be a member name"},
+      {"lower case name", "pgma", false, "The Program Name must be a member name"},
+      {"name too long", "PGMA12345", false, "The Program Name must be a member name"},
+  };
+  for (const Case& c : cases) {
+    write_program_files(kTemplate);
+    write_text("temp/Parbase.dat", "nomeprogr=" + std::string(c.parbase_name) +
+                                       "\nlinguaggio=cobol\ntipoprogr=batch\n");
+    write_text("out/PGMA.txt", "previous program\n");
+    ui_.messages.clear();
+    ui_.answer(true);
+    GenerationResult result;
+    {
+      FaultyDisk full(c.full_disk ? "PGMA.txt" : "no file");
+      GeneratePanel panel;
+      panel.open();
+      result = panel.go();
+    }
+    EXPECT_EQ(result.status, GenerationResult::kStopped) << c.what;
+    EXPECT_EQ(read_text("out/PGMA.txt"), "previous program\n") << c.what;
+    ASSERT_FALSE(ui_.messages.empty()) << c.what;
+    EXPECT_EQ(ui_.messages.back().rfind(c.says, 0), 0u) << c.what << ": " << ui_.messages.back();
+    int files = 0;
+    for (const auto& entry : std::filesystem::directory_iterator("out"))
+      files += !entry.is_directory();
+    EXPECT_EQ(files, 2) << c.what;  // .keep and the previous program, no temporary left
+    EXPECT_FALSE(std::filesystem::exists("../../x.txt")) << c.what;
+  }
 }
 
 const char* const kEndToEndTemplate =

@@ -1,4 +1,4 @@
-#include "engine/check_jcl.h"
+#include "check/check_jcl.h"
 
 #include <algorithm>
 #include <cctype>
@@ -6,7 +6,7 @@
 #include <regex>
 #include <set>
 
-#include "engine/check_program_files.h"
+#include "check/check_program_files.h"
 
 namespace quorva {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/check_finding.h"
+#include "check/check_finding.h"
 
 namespace quorva {
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "engine/check_finding.h"
+#include "check/check_finding.h"
 
 namespace quorva {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "engine/check_cobol.h"
-#include "engine/check_finding.h"
+#include "check/check_cobol.h"
+#include "check/check_finding.h"
 
 namespace quorva {
 

@@ -1,4 +1,4 @@
-#include "engine/check_program_files.h"
+#include "check/check_program_files.h"
 
 #include <algorithm>
 #include <cctype>

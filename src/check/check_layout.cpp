@@ -1,4 +1,4 @@
-#include "engine/check_layout.h"
+#include "check/check_layout.h"
 
 #include <string>
 

@@ -1,9 +1,9 @@
-#include "engine/check_easytrieve.h"
+#include "check/check_easytrieve.h"
 
 #include <algorithm>
 #include <set>
 
-#include "engine/check_program_files.h"
+#include "check/check_program_files.h"
 
 namespace quorva {
 

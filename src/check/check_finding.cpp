@@ -1,4 +1,4 @@
-#include "engine/check_finding.h"
+#include "check/check_finding.h"
 
 #include <regex>
 

@@ -1,4 +1,4 @@
-#include "engine/check_cobol.h"
+#include "check/check_cobol.h"
 
 // Implementation details: the stub precompiler keeps one output line per input line, so
 // the compiler's line numbers are the program's own (the JCL and data lines are blanked
@@ -6,6 +6,7 @@
 // them up as NAME.cpy or NAME, case-sensitively, while members are kept as NAME.DCL.
 
 #include <cctype>
+#include <charconv>
 #include <cstdio>
 #include <fstream>
 #include <map>
@@ -301,7 +302,8 @@ CobolCheckResult check_cobol(const CheckedProgram& program, const CobolCopyFolde
     source.push_back(program.kinds[i] == CheckLineKind::kSource ? program.lines[i] : "");
   source = stub_precompile(source);
   fs::path copy_folder = scratch.path() / "copy";
-  fs::create_directory(copy_folder);
+  std::error_code ec;
+  fs::create_directory(copy_folder, ec);
   std::map<std::string, fs::path> members;
   if (!folders.dclgen_folder.empty())
     members = prepare_copybooks(folders.dclgen_folder, copy_folder);
@@ -312,7 +314,7 @@ CobolCheckResult check_cobol(const CheckedProgram& program, const CobolCopyFolde
   }
   std::string command = "cobc -std=ibm-strict -fsyntax-only -I " + quote(copy_folder.string());
   if (!folders.resource_folder.empty())
-    command += " -I " + quote(fs::absolute(folders.resource_folder).string());
+    command += " -I " + quote(fs::absolute(folders.resource_folder, ec).string());
   command += " " + quote((scratch.path() / file_name).string());
   ProcessOutput output = run_process(command);
   result.ran = true;
@@ -325,7 +327,10 @@ CobolCheckResult check_cobol(const CheckedProgram& program, const CobolCopyFolde
     std::smatch match;
     if (line.size() > 4 * kScanLimit || !std::regex_match(line, match, kDiagnostic)) continue;
     fs::path file(match.str(1));
-    int number = std::stoi(match.str(2));
+    int number = 0;
+    const std::string digits = match.str(2);
+    if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc())
+      continue;
     std::string message = "cobc: " + match.str(4);
     if (file.filename() == file_name) {
       add_finding(result.findings, program, static_cast<size_t>(number - 1), message);

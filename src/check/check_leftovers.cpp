@@ -1,4 +1,4 @@
-#include "engine/check_leftovers.h"
+#include "check/check_leftovers.h"
 
 #include <regex>
 #include <string>

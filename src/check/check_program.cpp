@@ -10,6 +10,9 @@
 #include "check/check_jcl.h"
 #include "check/check_layout.h"
 #include "check/check_leftovers.h"
+#include "store/parbase_file.h"
+#include "store/program_name.h"
+#include "store/user_file.h"
 #include "tagfile/tag_file.h"
 
 namespace fs = std::filesystem;
@@ -75,16 +78,22 @@ CheckReport check_program_file(const std::string& path, std::optional<CheckLangu
 }
 
 std::optional<std::string> current_program_file() {
-  std::optional<std::string> folder = Leggi_tag("Resource/User.dat", false, "sourcedirectory");
-  std::optional<std::string> name = Leggi_tag("temp/Parbase.dat", false, "nomeprogr");
+  std::optional<std::string> folder = read_source_directory(false);
+  std::optional<std::string> name = read_program_name(false);
   if (!folder || !name) return std::nullopt;
   return *folder + *name + ".txt";
 }
 
 std::optional<CheckLanguage> recorded_language() {
-  std::optional<std::string> language = Leggi_tag("temp/Parbase.dat", false, "linguaggio");
-  if (!language) return std::nullopt;
-  return *language == "cobol" ? CheckLanguage::kCobol : CheckLanguage::kEasytrieve;
+  switch (read_program_language()) {
+    case ProgramLanguage::kCobol:
+      return CheckLanguage::kCobol;
+    case ProgramLanguage::kEasytrieve:
+      return CheckLanguage::kEasytrieve;
+    case ProgramLanguage::kNone:
+      break;
+  }
+  return std::nullopt;
 }
 
 std::string format_findings(const CheckReport& report) {

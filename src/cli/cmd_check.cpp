@@ -6,6 +6,7 @@
 #include "check/check_program.h"
 #include "cli/cli.h"
 #include "cli/commands.h"
+#include "store/user_file.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
 
@@ -19,7 +20,7 @@ std::string resolve_program(const std::string& program) {
   if (Esiste_file(program)) return program;
   std::string name = program;
   if (std::filesystem::path(name).extension().empty()) name += ".txt";
-  std::optional<std::string> folder = Leggi_tag("Resource/User.dat", false, "sourcedirectory");
+  std::optional<std::string> folder = read_source_directory(false);
   return folder ? *folder + name : name;
 }
 

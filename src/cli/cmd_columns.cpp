@@ -9,6 +9,7 @@
 #include "cli/rows.h"
 #include "engine/column_file.h"
 #include "panels/column_selection.h"
+#include "store/key2value_file.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
 
@@ -47,7 +48,7 @@ void add_access_options(CLI::App* cmd, AccessArgs& args) {
 // The member of the access: the INCLU- key that the DB2 access details wrote.
 std::optional<std::string> access_member(Cli& cli, AccessKind kind, int number) {
   std::string key = "INCLU-" + std::to_string(number) + access_letter(kind);
-  std::optional<std::string> member = Leggi_tag("temp/key2value.dat", false, key);
+  std::optional<std::string> member = read_key2value(key);
   if (!member) {
     cli.ui.show_message(bilingual("No DCLGEN member (INCLUDE) is set for the access: ",
                                   "Nessun membro DCLGEN (INCLUDE) indicato per l'accesso: ") +
@@ -80,8 +81,7 @@ int show_columns(const AccessArgs& args) {
   }
   HostNaming naming = parse_host_naming(block->access_text);
   std::cout << "Member: " << block->member << '\n';
-  std::optional<std::string> structure =
-      Leggi_tag("temp/key2value.dat", false, level01_key(kind, args.number));
+  std::optional<std::string> structure = read_key2value(level01_key(kind, args.number));
   if (structure) std::cout << "Structure: " << *structure << '\n';
   std::cout << "Prefix: " << naming.prefix << (naming.numbered ? " (numbered)" : "") << '\n';
   for (const DclgenColumn& column : block->columns) {
@@ -123,7 +123,7 @@ int set_columns(Cli& cli, const AccessArgs& args) {
   }
   if (args.structure) {
     if (!dialog.set_structure_name(*args.structure)) return kFailed;
-  } else if (auto kept = Leggi_tag("temp/key2value.dat", false, level01_key(kind, args.number))) {
+  } else if (auto kept = read_key2value(level01_key(kind, args.number))) {
     (void)dialog.set_structure_name(*kept);
   }
   if (args.prefix && !dialog.set_prefix(*args.prefix)) return kFailed;

@@ -15,6 +15,7 @@
 #include "dclgen/cobol_words.h"
 #include "dclgen/member_lines.h"
 #include "dclgen/picture_compression.h"
+#include "store/config_file.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
 
@@ -216,8 +217,7 @@ DclgenPassResult DclgenParser::parse_cobol(std::string_view text, bool compress)
 DclgenPassResult DclgenParser::parse_cobol_file(const std::string& path) {
   std::optional<std::string> text = read_member_file(path);
   if (!text) return {false, cannot_open_member_message(path)};
-  return parse_cobol(
-      *text, Leggi_tag_onoff("Resource/QVconfig.ini", false, "ENABLE_COBOL_VARS_COMPRESSION"));
+  return parse_cobol(*text, config_switch(kCobolVarsCompressionKey));
 }
 
 DclgenPassResult DclgenParser::parse_file(const std::string& path) {
@@ -228,8 +228,7 @@ DclgenPassResult DclgenParser::parse_file(const std::string& path) {
   }
   DclgenPassResult sql = parse_sql(*text);
   if (!sql.ok) return sql;
-  return parse_cobol(
-      *text, Leggi_tag_onoff("Resource/QVconfig.ini", false, "ENABLE_COBOL_VARS_COMPRESSION"));
+  return parse_cobol(*text, config_switch(kCobolVarsCompressionKey));
 }
 
 void DclgenParser::take_statement(std::string statement, bool compress) {

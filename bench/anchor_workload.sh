@@ -36,5 +36,5 @@ awk -v keys="$keys" 'BEGIN {
   for (k = 0; k < keys; k++) printf "<KEY%04d>=VALUE-%04d\n", k, k
 }' >"$folder/temp/key2value.dat"
 printf 'ALTERNATIVE_QUORMEM_FILE=Anchor.txt\n' >>"$folder/Resource/QVconfig.ini"
-"$quorva" --home "$folder" --yes generate >/dev/null
+"$quorva" --home "$folder" --yes generate >/dev/null 2>&1
 echo "anchor working folder: $folder ($lines lines, $keys keys)"

@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cctype>
 #include <charconv>
-#include <sstream>
 
 #include "dclgen/cobol_words.h"
 #include "dclgen/member_lines.h"
@@ -97,11 +96,20 @@ std::string length_text(const std::string& line, std::size_t from) {
   return text;
 }
 
+// Words as a stream reads them, without building a stream for each statement.
+bool is_space(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\v' || c == '\f' || c == '\r';
+}
+
+std::string_view next_word(std::string_view text, std::size_t& at) {
+  while (at < text.size() && is_space(text[at])) ++at;
+  const std::size_t start = at;
+  while (at < text.size() && !is_space(text[at])) ++at;
+  return text.substr(start, at - start);
+}
+
 std::string first_word(const std::string& text, std::size_t from) {
-  std::istringstream words(from < text.size() ? text.substr(from) : std::string());
-  std::string word;
-  words >> word;
-  return word;
+  return std::string(next_word(text, from));
 }
 
 std::string no_columns_message() {
@@ -135,7 +143,7 @@ std::string cannot_open_member_message(const std::string& path) {
 DclgenPassResult DclgenParser::parse_sql(std::string_view text) {
   columns_.clear();
   bool declared = false;
-  for (std::string line : member_cards(text)) {
+  for (std::string& line : member_cards(text)) {
     if (line.size() > kSqlLineLimit) line.resize(kSqlLineLimit);
     if (line.size() < 7 || is_blank_line(line) || is_comment_line(line)) continue;
     if (!declared) {
@@ -192,8 +200,11 @@ DclgenPassResult DclgenParser::parse_cobol(std::string_view text, bool compress)
   names_prefix_.clear();
   colsuffix_ = false;
   varchar_group_ = 0;
+  by_name_.clear();
+  by_name_.reserve(columns_.size());
+  for (std::size_t i = 0; i < columns_.size(); ++i) by_name_.try_emplace(columns_[i].name, i);
   std::string statement;
-  for (std::string line : member_cards(text)) {
+  for (std::string& line : member_cards(text)) {
     if (line.size() < 8 || is_blank_line(line)) continue;
     if (is_comment_line(line)) {
       read_options(line);
@@ -259,9 +270,14 @@ void DclgenParser::take_statement(std::string statement, bool compress) {
     if (varchar_group_ >= 3) varchar_group_ = 0;
   }
   // The variable is the first word after the numbers (sequence number, level number).
-  std::istringstream words(statement.substr(0, pic));
+  const std::string_view head(statement.data(), pic);
   std::string name;
-  while (words >> name && name.find_first_not_of("0123456789") == std::string::npos) {
+  std::size_t at = 0;
+  for (std::string_view word = next_word(head, at); !word.empty(); word = next_word(head, at)) {
+    if (word.find_first_not_of("0123456789") != std::string_view::npos) {
+      name = word;
+      break;
+    }
   }
   std::string picture = statement.substr(pic + 5);
   replace_all(picture, " USAGE ", " ");
@@ -292,11 +308,9 @@ void DclgenParser::match_picture(std::string name, const std::string& picture) {
       }
     }
   }
-  for (DclgenColumn& column : columns_) {
-    if (column.name == name) {
-      column.cobol_picture = picture;
-      return;
-    }
+  if (auto found = by_name_.find(name); found != by_name_.end()) {
+    columns_[found->second].cobol_picture = picture;
+    return;
   }
   // STATUS1 is DCLGEN's field for a column STATUS, a word COBOL reserves.
   if (name.size() > 1 && name.back() == '1') {

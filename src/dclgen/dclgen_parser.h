@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_map>
 #include <string_view>
 #include <vector>
 
@@ -42,6 +43,8 @@ class DclgenParser {
   void match_picture(std::string name, const std::string& picture);
 
   std::vector<DclgenColumn> columns_;
+  // Column name -> its first position, for the COBOL pass: one look-up per field.
+  std::unordered_map<std::string, std::size_t> by_name_;
   std::string structure_;
   std::string names_prefix_;
   bool colsuffix_ = false;

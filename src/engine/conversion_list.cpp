@@ -114,49 +114,35 @@ void apply_conversions(const ConversionList& list, std::string& line) {
 
 namespace {
 
-std::uint16_t pair_bit(unsigned char first, unsigned char second) {
-  return static_cast<std::uint16_t>((first * 131u + second) % 4096u);
+std::vector<std::string_view> keys_of(const ConversionList& list) {
+  std::vector<std::string_view> keys;
+  keys.reserve(list.size());
+  for (const ConversionPair& pair : list) keys.emplace_back(pair.key);
+  return keys;
 }
 
 }  // namespace
 
-ConversionFilter::ConversionFilter(const ConversionList& list) : list_(list) {
-  key_bits_.reserve(list.size());
-  for (const ConversionPair& pair : list) {
-    std::vector<std::uint16_t> bits;
-    for (std::size_t i = 1; i < pair.key.size(); ++i)
-      bits.push_back(pair_bit(static_cast<unsigned char>(pair.key[i - 1]),
-                              static_cast<unsigned char>(pair.key[i])));
-    std::sort(bits.begin(), bits.end());
-    bits.erase(std::unique(bits.begin(), bits.end()), bits.end());
-    key_bits_.push_back(std::move(bits));
-  }
-}
-
-ConversionFilter::Present ConversionFilter::pairs_of(const std::string& text) {
-  Present present;
-  for (std::size_t i = 1; i < text.size(); ++i)
-    present.set(
-        pair_bit(static_cast<unsigned char>(text[i - 1]), static_cast<unsigned char>(text[i])));
-  return present;
-}
+ConversionFilter::ConversionFilter(const ConversionList& list)
+    : list_(list), built_for_(list.size()), matcher_(keys_of(list)) {}
 
 void ConversionFilter::apply(std::string& line) const {
-  if (key_bits_.size() != list_.size()) return apply_conversions(list_, line);  // list grew
+  if (built_for_ != list_.size()) return apply_conversions(list_, line);  // list changed
   if (line.find('#') != std::string::npos) Sostituisci_in_colonna(line, "#", "1");
-  Present present = pairs_of(line);
-  for (std::size_t i = 0; i < list_.size(); ++i) {
-    const ConversionPair& pair = list_[i];
-    if (pair.key.empty()) continue;
-    bool possible = true;
-    for (std::uint16_t bit : key_bits_[i])
-      if (!present.test(bit)) {
-        possible = false;
-        break;
-      }
-    if (!possible || line.find(pair.key) == std::string::npos) continue;
+  matcher_.find(line, -1, found_);
+  // Pairs in list order, as the plain pass applies them; only those whose key is in the
+  // line can change it.
+  std::size_t next = 0;
+  while (next < found_.size()) {
+    const std::uint32_t index = found_[next];
+    const ConversionPair& pair = list_[index];
+    if (pair.key == pair.value) {
+      ++next;
+      continue;
+    }
     Sostituisci_in_colonna(line, pair.key, pair.value);
-    present = pairs_of(line);  // a value may bring a later key in
+    matcher_.find(line, static_cast<long>(index), found_);
+    next = 0;
   }
 }
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <bitset>
 #include <cstdint>
 #include <string>
 #include <vector>
 
+#include "engine/key_matcher.h"
 #include "engine/program_definition.h"
 #include "store/key2value_file.h"
 #include "store/user_file.h"
@@ -47,20 +47,19 @@ void build_conversion_list(const ProgramDefinition& def, const HeaderValues& hea
 /// "#" to "1", then every pair in list order, column-preserving.
 void apply_conversions(const ConversionList& list, std::string& line);
 
-/// `apply_conversions` for a whole program: a key is looked for only when every pair of
-/// adjacent characters it has is in the line, so hundreds of pairs cost little per line.
+/// `apply_conversions` for a whole program: the keys a line holds are found in one pass over
+/// it, so the cost of a line does not grow with the number of pairs. After each replacement
+/// the line is looked at again, since a value may bring in a later key.
 class ConversionFilter {
  public:
   explicit ConversionFilter(const ConversionList& list);
   void apply(std::string& line) const;
 
  private:
-  static constexpr std::size_t kBits = 4096;
-  using Present = std::bitset<kBits>;
-  static Present pairs_of(const std::string& text);
-
   const ConversionList& list_;
-  std::vector<std::vector<std::uint16_t>> key_bits_;
+  std::size_t built_for_;  // the list's size when the matcher was built
+  KeyMatcher matcher_;
+  mutable std::vector<std::uint32_t> found_;
 };
 
 }  // namespace quorva

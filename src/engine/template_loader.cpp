@@ -1,8 +1,8 @@
 #include "engine/template_loader.h"
 
-#include <fstream>
+#include <algorithm>
 #include <optional>
-#include <sstream>
+#include <string_view>
 
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
@@ -34,22 +34,25 @@ void check_client_version(const std::string& template_name) {
 }
 
 // Reads lines as the loader does; returns the code lines after the marker.
-LoadedTemplate split_code(std::istream& in, int declared, const std::function<void(int)>& step) {
+LoadedTemplate split_code(std::string_view text, int declared,
+                          const std::function<void(int)>& step) {
   LoadedTemplate lines;
   bool begun = false;
-  std::string line;
-  while (std::getline(in, line)) {
+  for (std::size_t start = 0; start < text.size();) {
+    std::size_t end = text.find('\n', start);
+    if (end == std::string_view::npos) end = text.size();
+    std::string_view line = text.substr(start, end - start);
+    start = end + 1;
+    if (line.ends_with('\r')) line.remove_suffix(1);
     if (!begun) {
-      std::string trimmed = line;
-      if (!trimmed.empty() && trimmed.back() == '\r') trimmed.pop_back();
+      std::string trimmed(line);
       Trim_spazi(trimmed);
       begun = trimmed == kMarker;
       continue;
     }
-    if (!line.empty() && line.back() == '\r') line.pop_back();
     if (step && static_cast<int>(lines.size()) <= declared)
       step(static_cast<int>(lines.size()) + 1);
-    lines.push_back(std::move(line));
+    lines.emplace_back(line);
   }
   return lines;
 }
@@ -86,14 +89,13 @@ bool preallocate(const std::string& template_name, int declared, LoadedTemplate&
                  const std::function<void(int)>& step) {
   check_client_version(template_name);
   lines.clear();
-  std::ifstream in(template_name, std::ios::binary);
-  if (!in) {
+  std::optional<std::string> text = read_whole_file(template_name);
+  if (!text) {
     Mostra_popup("WARNING, It's impossible to open the file:" + template_name,
                  "ATTENZIONE, impossibile aprire il file:" + template_name);
     return false;
   }
-  lines = split_code(in, declared, step);
-  in.close();
+  lines = split_code(*text, declared, step);
   const int read = static_cast<int>(lines.size());
   if (read == declared) return true;
   warn_size(template_name, read, declared);
@@ -104,8 +106,7 @@ bool preallocate(const std::string& template_name, int declared, LoadedTemplate&
 }
 
 LoadedTemplate code_lines_of(const std::string& text) {
-  std::istringstream in(text);
-  return split_code(in, 0, nullptr);
+  return split_code(text, 0, nullptr);
 }
 
 }  // namespace quorva

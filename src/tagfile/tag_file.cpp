@@ -84,11 +84,18 @@ std::optional<std::string> read_tag(const std::string& file, bool popup, const s
   }
   const std::string key = tag + "=";
   std::optional<std::string> value;
-  for (const std::string& line : split_lines(*text)) {
-    if (begins_with_key(line, key)) {
-      value = line.substr(key.size());
+  // Walked in place: a template of many thousand lines is looked up for its header tags.
+  const std::string_view all(*text);
+  for (std::size_t start = 0; start <= all.size();) {
+    std::size_t end = all.find('\n', start);
+    if (end == std::string_view::npos) end = all.size();
+    std::string_view line = all.substr(start, end - start);
+    if (end < all.size() && line.ends_with('\r')) line.remove_suffix(1);
+    if (line.starts_with(key)) {
+      value = std::string(line.substr(key.size()));
       break;
     }
+    start = end + 1;
   }
   if (!value || value->empty()) {
     if (popup)

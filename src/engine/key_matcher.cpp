@@ -1,0 +1,113 @@
+#include "engine/key_matcher.h"
+
+#include <algorithm>
+
+namespace quorva {
+
+int KeyMatcher::add_node() {
+  const int node = static_cast<int>(first_key_.size());
+  next_.resize(next_.size() + static_cast<std::size_t>(classes_), -1);
+  first_key_.push_back(-1);
+  output_.push_back(-1);
+  suffix_.push_back(0);
+  return node;
+}
+
+KeyMatcher::KeyMatcher(const std::vector<std::string_view>& keys) {
+  // Bytes no key holds all share class 0, so a node needs one slot per byte in use only.
+  for (std::string_view key : keys)
+    for (char c : key) {
+      auto& cls = class_of_[static_cast<unsigned char>(c)];
+      if (cls == 0) cls = static_cast<std::uint8_t>(std::min(classes_++, 255));
+    }
+  if (classes_ > 255) {  // every byte in use: one class each
+    classes_ = 256;
+    for (int b = 0; b < 256; ++b)
+      class_of_[static_cast<std::size_t>(b)] = static_cast<std::uint8_t>(b);
+  }
+  add_node();
+  same_end_.assign(keys.size(), -1);
+  // Keys added last first, so each node's chain lists its keys in ascending order.
+  for (std::size_t k = keys.size(); k-- > 0;) {
+    if (keys[k].empty()) continue;
+    int node = 0;
+    for (char c : keys[k]) {
+      const std::size_t slot = static_cast<std::size_t>(node) * static_cast<std::size_t>(classes_) +
+                               class_of_[static_cast<unsigned char>(c)];
+      if (next_[slot] < 0) {
+        const int child = add_node();
+        next_[slot] = child;
+      }
+      node = next_[slot];
+    }
+    same_end_[k] = first_key_[static_cast<std::size_t>(node)];
+    first_key_[static_cast<std::size_t>(node)] = static_cast<std::int32_t>(k);
+  }
+  // Breadth first: suffix links, then the missing moves taken from the suffix's moves, so
+  // matching never walks back. The root's missing moves stay at the root.
+  std::vector<int> queue;
+  for (int c = 0; c < classes_; ++c) {
+    int& to = next_[static_cast<std::size_t>(c)];
+    if (to < 0) {
+      to = 0;
+    } else {
+      suffix_[static_cast<std::size_t>(to)] = 0;
+      queue.push_back(to);
+    }
+  }
+  for (std::size_t head = 0; head < queue.size(); ++head) {
+    const int node = queue[head];
+    const auto n = static_cast<std::size_t>(node);
+    const int suffix = suffix_[n];
+    output_[n] = first_key_[n] >= 0 ? node : output_[static_cast<std::size_t>(suffix)];
+    for (int c = 0; c < classes_; ++c) {
+      const std::size_t slot = n * static_cast<std::size_t>(classes_) + static_cast<std::size_t>(c);
+      const int fallback =
+          next_[static_cast<std::size_t>(suffix) * static_cast<std::size_t>(classes_) +
+                static_cast<std::size_t>(c)];
+      if (next_[slot] < 0) {
+        next_[slot] = fallback;
+      } else {
+        suffix_[static_cast<std::size_t>(next_[slot])] = fallback;
+        queue.push_back(next_[slot]);
+      }
+    }
+  }
+  moves_.resize(next_.size());
+  for (std::size_t slot = 0; slot < next_.size(); ++slot) {
+    const int to = next_[slot];
+    const std::int32_t base = to * classes_;
+    moves_[slot] = output_[static_cast<std::size_t>(to)] >= 0 ? -base - 1 : base;
+  }
+  std::vector<std::int32_t>().swap(next_);
+}
+
+void KeyMatcher::report(std::size_t node, long after, std::vector<std::uint32_t>& found) const {
+  for (int hit = output_[node]; hit >= 0;) {
+    const auto h = static_cast<std::size_t>(hit);
+    for (int k = first_key_[h]; k >= 0; k = same_end_[static_cast<std::size_t>(k)])
+      if (k > after) found.push_back(static_cast<std::uint32_t>(k));
+    hit = output_[static_cast<std::size_t>(suffix_[h])];
+  }
+}
+
+void KeyMatcher::find(std::string_view text, long after, std::vector<std::uint32_t>& found) const {
+  found.clear();
+  const std::int32_t* moves = moves_.data();
+  const std::uint8_t* class_of = class_of_.data();
+  const auto classes = static_cast<std::size_t>(classes_);
+  std::int32_t state = 0;
+  for (char c : text) {
+    state = moves[state + class_of[static_cast<unsigned char>(c)]];
+    if (state < 0) {
+      state = -state - 1;
+      report(static_cast<std::size_t>(state) / classes, after, found);
+    }
+  }
+  if (found.size() > 1) {
+    std::sort(found.begin(), found.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
+  }
+}
+
+}  // namespace quorva

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quorva {
+
+/// Finds which of a fixed list of keys occur in a text in one pass over the text, whatever
+/// the number of keys: an Aho-Corasick automaton, built once, over the bytes the keys use.
+class KeyMatcher {
+ public:
+  /// Keys are known by their position in `keys`; an empty key never matches.
+  explicit KeyMatcher(const std::vector<std::string_view>& keys);
+
+  /// The positions of the keys that occur in `text`, ascending, each once, those above
+  /// `after` only (-1 for all).
+  void find(std::string_view text, long after, std::vector<std::uint32_t>& found) const;
+
+ private:
+  int add_node();
+  void report(std::size_t node, long after, std::vector<std::uint32_t>& found) const;
+
+  std::array<std::uint8_t, 256> class_of_{};  // 0: a byte no key uses
+  int classes_ = 1;
+  std::vector<std::int32_t> next_;       // node * classes_ + class -> node
+  std::vector<std::int32_t> first_key_;  // per node: a key ending here, -1 for none
+  std::vector<std::int32_t> output_;     // per node: the nearest node on its suffix chain
+                                         // (itself included) where a key ends, -1 for none
+  std::vector<std::int32_t> same_end_;   // per key: the next key ending at the same node
+  std::vector<std::int32_t> suffix_;     // per node: its longest proper suffix in the trie
+  // The moves as matching reads them: the target's first slot in `moves_`, negated and
+  // less one when a key ends at the target, so one load per byte tells both.
+  std::vector<std::int32_t> moves_;
+};
+
+}  // namespace quorva

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cstdio>
 #include <ctime>
+#include <iterator>
 #include <optional>
 
 #include "tagfile/log.h"
@@ -131,17 +132,22 @@ void ConversionFilter::apply(std::string& line) const {
   if (line.find('#') != std::string::npos) Sostituisci_in_colonna(line, "#", "1");
   matcher_.find(line, -1, found_);
   // Pairs in list order, as the plain pass applies them; only those whose key is in the
-  // line can change it.
+  // line can change it. A replacement leaves the line before its first occurrence as it
+  // was, so only what follows is looked at again for keys it may have brought in; a key
+  // found before and since replaced away is passed over.
   std::size_t next = 0;
   while (next < found_.size()) {
-    const std::uint32_t index = found_[next];
+    const std::uint32_t index = found_[next++];
     const ConversionPair& pair = list_[index];
-    if (pair.key == pair.value) {
-      ++next;
-      continue;
-    }
+    const std::size_t first = line.find(pair.key);
+    if (first == std::string::npos || pair.key == pair.value) continue;
     Sostituisci_in_colonna(line, pair.key, pair.value);
-    matcher_.find(line, static_cast<long>(index), found_);
+    const std::size_t from = first + 1 > matcher_.longest() ? first + 1 - matcher_.longest() : 0;
+    matcher_.find(std::string_view(line).substr(from), static_cast<long>(index), fresh_);
+    merged_.clear();
+    std::set_union(found_.begin() + static_cast<std::ptrdiff_t>(next), found_.end(), fresh_.begin(),
+                   fresh_.end(), std::back_inserter(merged_));
+    found_.swap(merged_);
     next = 0;
   }
 }

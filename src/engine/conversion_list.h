@@ -59,7 +59,7 @@ class ConversionFilter {
   const ConversionList& list_;
   std::size_t built_for_;  // the list's size when the matcher was built
   KeyMatcher matcher_;
-  mutable std::vector<std::uint32_t> found_;
+  mutable std::vector<std::uint32_t> found_, fresh_, merged_;
 };
 
 }  // namespace quorva

@@ -79,6 +79,9 @@ KeyMatcher::KeyMatcher(const std::vector<std::string_view>& keys) {
     const std::int32_t base = to * classes_;
     moves_[slot] = output_[static_cast<std::size_t>(to)] >= 0 ? -base - 1 : base;
   }
+  for (int b = 0; b < 256; ++b)
+    idle_[static_cast<std::size_t>(b)] = moves_[class_of_[static_cast<std::size_t>(b)]] == 0;
+  for (std::string_view key : keys) longest_ = std::max(longest_, key.size());
   std::vector<std::int32_t>().swap(next_);
 }
 
@@ -97,8 +100,13 @@ void KeyMatcher::find(std::string_view text, long after, std::vector<std::uint32
   const std::uint8_t* class_of = class_of_.data();
   const auto classes = static_cast<std::size_t>(classes_);
   std::int32_t state = 0;
-  for (char c : text) {
-    state = moves[state + class_of[static_cast<unsigned char>(c)]];
+  const std::size_t size = text.size();
+  for (std::size_t i = 0; i < size; ++i) {
+    if (state == 0) {
+      while (i < size && idle_[static_cast<unsigned char>(text[i])]) ++i;
+      if (i == size) break;
+    }
+    state = moves[state + class_of[static_cast<unsigned char>(text[i])]];
     if (state < 0) {
       state = -state - 1;
       report(static_cast<std::size_t>(state) / classes, after, found);

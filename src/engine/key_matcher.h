@@ -19,6 +19,9 @@ class KeyMatcher {
   /// `after` only (-1 for all).
   void find(std::string_view text, long after, std::vector<std::uint32_t>& found) const;
 
+  /// The length of the longest key.
+  std::size_t longest() const { return longest_; }
+
  private:
   int add_node();
   void report(std::size_t node, long after, std::vector<std::uint32_t>& found) const;
@@ -34,6 +37,9 @@ class KeyMatcher {
   // The moves as matching reads them: the target's first slot in `moves_`, negated and
   // less one when a key ends at the target, so one load per byte tells both.
   std::vector<std::int32_t> moves_;
+  // Bytes that leave the automaton at its start: skipped there without a move.
+  std::array<bool, 256> idle_{};
+  std::size_t longest_ = 0;
 };
 
 }  // namespace quorva

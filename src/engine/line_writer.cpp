@@ -21,9 +21,12 @@ LineWriter::LineWriter(const ProgramDefinition& def, const ConversionList& conve
       break_point_(def.cobol() ? cobol_break : easytrieve_break),
       continuation_(def.cobol() ? ' ' : '+') {}
 
-void LineWriter::scrivi_riga_output(std::string line) {
-  if (line.size() >= 4 && filtered_out(line[3], def_)) return;
-  const bool once = line.size() > 5 && line[5] == kOnceFlag;
+void LineWriter::scrivi_riga_output(std::string_view text) {
+  if (text.size() >= 4 && filtered_out(text[3], def_)) return;
+  const bool once = text.size() > 5 && text[5] == kOnceFlag;
+  // One working buffer for every line: its room is kept from line to line.
+  std::string& line = work_;
+  line.assign(text);
   conversions_.apply(line);
   if (def_.thru && line.find("PERFORM") != std::string::npos)
     for (char& c : line)
@@ -35,12 +38,11 @@ void LineWriter::scrivi_riga_output(std::string line) {
   // Two accesses to one table must not declare its host variables twice.
   if (once && !once_written_.insert(line).second) return;
   if (break_line(break_point_, continuation_, kContinuationIndent, line)) ++lines_written_;
-  line += '\n';
   text_ += line;
+  text_ += '\n';
   ++lines_written_;
   if (first_kept_ < 3) {
     ++first_kept_;
-    line.pop_back();
     first_lines_ += line + "\r\n";
   }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <unordered_set>
 #include <vector>
 
@@ -28,7 +29,7 @@ class LineWriter {
 
   /// Writes zero, one or two physical lines for one template line; a line flagged
   /// `kOnceFlag` is dropped when an identical one was written before.
-  void scrivi_riga_output(std::string line);
+  void scrivi_riga_output(std::string_view text);
 
   const std::string& text() const { return text_; }
   int lines_written() const { return lines_written_; }
@@ -41,6 +42,7 @@ class LineWriter {
   int break_point_;
   char continuation_;
   std::string text_;
+  std::string work_;
   std::string first_lines_;
   int lines_written_ = 0;
   int first_kept_ = 0;

@@ -1,5 +1,9 @@
 #include <CLI/CLI.hpp>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 #include <filesystem>
 #include <iostream>
 #include <vector>
@@ -94,6 +98,12 @@ bool to_latin1(std::optional<std::string>& text) {
 
 int main(int argc, char** argv) {
   using namespace quorva::cli;
+#ifdef __GLIBC__
+  // A command lives for milliseconds: files and programs of some hundred kilobytes are
+  // better kept in the heap and reused than mapped afresh and faulted in each time.
+  mallopt(M_MMAP_THRESHOLD, 64 << 20);
+  mallopt(M_TRIM_THRESHOLD, 128 << 20);
+#endif
   Cli cli;
   CLI::App app{
       "Quorva - generator of mainframe source programs (COBOL, Easytrieve, JCL).\n"

@@ -53,6 +53,13 @@ bool open_failed(const std::string& name, const std::string& error) {
   return false;
 }
 
+// About what the program will take: the code lines with their ends.
+std::size_t template_bytes(const LoadedTemplate& lines) {
+  std::size_t bytes = 0;
+  for (const std::string& line : lines) bytes += line.size() + 1;
+  return bytes + bytes / 8;
+}
+
 }  // namespace
 
 GenerationResult run_generation(const GenerationJob& job) {
@@ -71,7 +78,9 @@ GenerationResult run_generation(const GenerationJob& job) {
                             "Preallocazione Pseudo-Codice in corso...\r\n \r\n \r\n"));
   LoadedTemplate lines;
   Bar first(kBarPreallocation, job.declared);
-  if (!preallocate(job.template_name, job.declared, lines, [&](int n) { first.set(n); }))
+  std::string version;
+  if (!preallocate(
+          job.template_name, job.declared, lines, [&](int n) { first.set(n); }, &version))
     return result;
 
   ui().set_status(bilingual("Key 2 Value Setting in Progress...\r\n \r\n \r\n",
@@ -82,7 +91,7 @@ GenerationResult run_generation(const GenerationJob& job) {
   const FlagTable flags = FlagTable::build(def, result.messages);
   second.set(1);
   ConversionList conversions;
-  HeaderValues header{Leggi_tag(job.template_name, false, "quormem").value_or(""), header_date()};
+  HeaderValues header{version, header_date()};
   build_conversion_list(def, header, conversions);
   second.set(2);
   Db2Expansion db2;
@@ -93,6 +102,7 @@ GenerationResult run_generation(const GenerationJob& job) {
   ui().set_status(bilingual("Encoding Engine Enabled\r\n \r\n \r\n",
                             "Motore di Codifica Attivato\r\n \r\n \r\n"));
   LineWriter writer(def, conversions, cobol_break, easytrieve_break);
+  writer.reserve(template_bytes(lines));
   OutputPass pass{def, flags, custom, db2, writer};
   Bar third(kBarOutput, static_cast<int>(lines.size()));
   write_program(lines, pass, [&](int n) { third.set(n); });

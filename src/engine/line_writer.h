@@ -31,6 +31,8 @@ class LineWriter {
   /// `kOnceFlag` is dropped when an identical one was written before.
   void scrivi_riga_output(std::string_view text);
 
+  /// Room for a program of about `bytes`, so the text is not moved as it grows.
+  void reserve(std::size_t bytes) { text_.reserve(bytes); }
   const std::string& text() const { return text_; }
   int lines_written() const { return lines_written_; }
   /// The first three lines written, each followed by "\r\n".

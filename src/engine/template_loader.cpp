@@ -13,8 +13,8 @@ namespace {
 
 constexpr const char* kMarker = "[THE CODE BEGINS HERE]";
 
-void check_client_version(const std::string& template_name) {
-  std::optional<std::string> client = Leggi_tag(template_name, true, "client");
+void check_client_version(const std::string& template_name, std::string_view text) {
+  std::optional<std::string> client = Leggi_tag_in(text, template_name, true, "client");
   if (!client) return;
   std::string value = *client;
   Trim_spazi(value);
@@ -37,6 +37,7 @@ void check_client_version(const std::string& template_name) {
 LoadedTemplate split_code(std::string_view text, int declared,
                           const std::function<void(int)>& step) {
   LoadedTemplate lines;
+  if (declared > 0) lines.reserve(static_cast<std::size_t>(declared));
   bool begun = false;
   for (std::size_t start = 0; start < text.size();) {
     std::size_t end = text.find('\n', start);
@@ -86,15 +87,19 @@ int read_declared_count(const std::string& template_name) {
 }
 
 bool preallocate(const std::string& template_name, int declared, LoadedTemplate& lines,
-                 const std::function<void(int)>& step) {
-  check_client_version(template_name);
+                 const std::function<void(int)>& step, std::string* version) {
   lines.clear();
+  // Read once: the header tags and the code come from the same text.
   std::optional<std::string> text = read_whole_file(template_name);
   if (!text) {
+    // As the header read reports a template that is not there.
+    (void)Leggi_tag(template_name, true, "client");
     Mostra_popup("WARNING, It's impossible to open the file:" + template_name,
                  "ATTENZIONE, impossibile aprire il file:" + template_name);
     return false;
   }
+  check_client_version(template_name, *text);
+  if (version) *version = Leggi_tag_in(*text, template_name, false, "quormem").value_or("");
   lines = split_code(*text, declared, step);
   const int read = static_cast<int>(lines.size());
   if (read == declared) return true;

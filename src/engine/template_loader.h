@@ -19,9 +19,10 @@ using LoadedTemplate = std::vector<std::string>;
 
 /// Loads the code lines after the marker, checking the client version and the declared
 /// count (rewriting `numlines` when it differs). `step` is called once per line up to the
-/// declared count. False when the template cannot be opened.
+/// declared count; `version`, when given, receives the template's `quormem`. False when
+/// the template cannot be opened.
 bool preallocate(const std::string& template_name, int declared, LoadedTemplate& lines,
-                 const std::function<void(int)>& step);
+                 const std::function<void(int)>& step, std::string* version = nullptr);
 
 /// Splits template text the way the loader reads it (for tests and the fuzz target).
 LoadedTemplate code_lines_of(const std::string& text);

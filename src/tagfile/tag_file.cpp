@@ -72,20 +72,11 @@ std::string pick(Language language, std::string_view english, std::string_view i
   return language == Language::kItalianOnly ? std::string(italian) : bilingual(english, italian);
 }
 
-std::optional<std::string> read_tag(const std::string& file, bool popup, const std::string& tag,
-                                    Language language) {
-  std::optional<std::string> text = read_file(file);
-  if (!text) {
-    if (popup)
-      Mostra_popup(pick(language, "WARNING , I cannot open the file:",
-                        "ATTENZIONE, impossibile aprire il file:") +
-                   file);
-    return std::nullopt;
-  }
+std::optional<std::string> read_tag_in(std::string_view all, const std::string& file, bool popup,
+                                       const std::string& tag, Language language) {
   const std::string key = tag + "=";
   std::optional<std::string> value;
   // Walked in place: a template of many thousand lines is looked up for its header tags.
-  const std::string_view all(*text);
   for (std::size_t start = 0; start <= all.size();) {
     std::size_t end = all.find('\n', start);
     if (end == std::string_view::npos) end = all.size();
@@ -108,6 +99,19 @@ std::optional<std::string> read_tag(const std::string& file, bool popup, const s
     return std::nullopt;
   }
   return value;
+}
+
+std::optional<std::string> read_tag(const std::string& file, bool popup, const std::string& tag,
+                                    Language language) {
+  std::optional<std::string> text = read_file(file);
+  if (!text) {
+    if (popup)
+      Mostra_popup(pick(language, "WARNING , I cannot open the file:",
+                        "ATTENZIONE, impossibile aprire il file:") +
+                   file);
+    return std::nullopt;
+  }
+  return read_tag_in(*text, file, popup, tag, language);
 }
 
 int to_int(const std::string& value) {
@@ -159,14 +163,20 @@ Status append_line(const std::string& file, bool popup, const std::string& tag,
   detail("nomefile:", file);
   detail("str_tag:", tag);
   value_detail("stringa da appendere:", tag, value);
-  return Status::failure(with_reason(bilingual("I cannot write the file", "Impossibile scrivere il file"),
-                                     file, written.ok() ? old.error : written.error));
+  return Status::failure(
+      with_reason(bilingual("I cannot write the file", "Impossibile scrivere il file"), file,
+                  written.ok() ? old.error : written.error));
 }
 
 }  // namespace
 
 std::optional<std::string> Leggi_tag(const std::string& file, bool popup, const std::string& tag) {
   return read_tag(file, popup, tag, Language::kByConfiguration);
+}
+
+std::optional<std::string> Leggi_tag_in(std::string_view text, const std::string& file, bool popup,
+                                        const std::string& tag) {
+  return read_tag_in(text, file, popup, tag, Language::kByConfiguration);
 }
 
 std::optional<std::string> Leggi_tag_ita(const std::string& file, bool popup,
@@ -261,8 +271,7 @@ Status Cancella_tag(const std::string& file, bool popup, const std::string& tag)
   }
   if (!removed) return {};
   FileWrite written = disk().replace(file, text);
-  if (!written.ok())
-    return report_rewrite_failure(popup, file, tag, nullptr, "", written.error);
+  if (!written.ok()) return report_rewrite_failure(popup, file, tag, nullptr, "", written.error);
   return {};
 }
 
@@ -292,13 +301,12 @@ Status Copia_file(bool popup, const std::string& source, const std::string& dest
   };
   if (!Esiste_file(source))
     return fail("The Source file doesn't exists !!", "Il file Sorgente non esiste !!",
-                "Impossibile copiare file - Sorgente inesistente - Source:", source, kNoNumber,
-                "");
+                "Impossibile copiare file - Sorgente inesistente - Source:", source, kNoNumber, "");
   if (source == destination)
     return fail("Source and Destination files cannot be the same!!!",
                 "Il file Sorgente e Destinazione non possono essere Uguali!!!",
-                "Impossibile copiare file - Sorgente == Destinazione - Source:", source,
-                kNoNumber, "");
+                "Impossibile copiare file - Sorgente == Destinazione - Source:", source, kNoNumber,
+                "");
   FileRead in = disk().read(source);
   if (in.status != FileRead::kRead)
     return fail("I cannot open the Source file!!", "Impossibile aprire il file Sorgente!!",
@@ -312,8 +320,7 @@ Status Copia_file(bool popup, const std::string& source, const std::string& dest
                 "Impossibile copiare file - Apertura fallita - Dest:", destination, 2, out.error);
   if (out.status == FileWrite::kWriteFailed)
     return fail("Writing error on output File!!", "Errore in Scrittura del File!!!",
-                "Impossibile copiare file - Scrittura fallita - Dest:", destination, 2,
-                out.error);
+                "Impossibile copiare file - Scrittura fallita - Dest:", destination, 2, out.error);
   return {};
 }
 
@@ -338,8 +345,8 @@ std::optional<std::string> read_whole_file(const std::string& file) {
 Status Scrivi_file(const std::string& file, bool popup, std::string_view text) {
   FolderLock lock;
   if (!lock.held()) return lock.status();
-  FileWrite written = file.empty() ? FileWrite{FileWrite::kOpenFailed, ""}
-                                   : disk().replace(file, text);
+  FileWrite written =
+      file.empty() ? FileWrite{FileWrite::kOpenFailed, ""} : disk().replace(file, text);
   if (!written.ok()) return report_rewrite_failure(popup, file, "", nullptr, "", written.error);
   return {};
 }
@@ -356,10 +363,10 @@ bool has_line_break(std::string_view text) {
 }
 
 std::string line_break_message(const std::string& field) {
-  return bilingual("The value of " + field +
-                       " contains a line break or a NUL character and will be discharged!!!",
-                   "Il valore di " + field +
-                       " contiene un a capo o un carattere NUL e verra' scartato!!!");
+  return bilingual(
+      "The value of " + field +
+          " contains a line break or a NUL character and will be discharged!!!",
+      "Il valore di " + field + " contiene un a capo o un carattere NUL e verra' scartato!!!");
 }
 
 bool valid_tag_value(bool popup, const std::string& tag, const std::string& value) {

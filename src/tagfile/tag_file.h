@@ -19,6 +19,9 @@ namespace quorva {
 /// The value of the first line beginning with tag + "="; nullopt when the file cannot be
 /// opened, the tag is missing or its value is empty.
 std::optional<std::string> Leggi_tag(const std::string& file, bool popup, const std::string& tag);
+/// Leggi_tag on the text of a file already read; `file` names it in the messages.
+std::optional<std::string> Leggi_tag_in(std::string_view text, const std::string& file, bool popup,
+                                        const std::string& tag);
 /// As Leggi_tag, with the Italian messages only.
 std::optional<std::string> Leggi_tag_ita(const std::string& file, bool popup,
                                          const std::string& tag);

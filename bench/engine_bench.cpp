@@ -93,23 +93,13 @@ void make_folder(const fs::path& home) {
   fs::current_path(previous);
 }
 
-// Answers Yes to the overwrite question and shows nothing.
-class QuietUi : public UserInterface {
- public:
-  void show_message(const std::string&) override {}
-  bool ask_yes_no(const std::string&, const std::string&) override { return true; }
-  void open_file(const std::string&) override {}
-  void set_progress(const std::string&, int, int) override {}
-  void set_status(const std::string&) override {}
-};
-
 void BM_GenerateMaximalProgram(benchmark::State& state) {
   const fs::path home = fs::temp_directory_path() / "quorva_engine_bench";
   fs::remove_all(home);
   make_folder(home);
   const fs::path previous = fs::current_path();
   fs::current_path(home);
-  QuietUi quiet;
+  SilentInterface quiet(true);  // yes to the overwrite question
   ScopedUserInterface port(quiet);
   int lines = 0;
   for (auto _ : state) {

@@ -15,15 +15,6 @@
 
 namespace {
 
-class YesUi : public quorva::UserInterface {
- public:
-  void show_message(const std::string&) override {}
-  bool ask_yes_no(const std::string&, const std::string&) override { return true; }
-  void open_file(const std::string&) override {}
-  void set_progress(const std::string&, int, int) override {}
-  void set_status(const std::string&) override {}
-};
-
 void write(const std::string& name, const std::string& text) {
   std::FILE* f = std::fopen(name.c_str(), "wb");
   if (!f) return;
@@ -64,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   write("temp/key2value.dat", parts[4]);
   write("temp/Flags_Coll_f.txt", parts[5]);
 
-  YesUi port;
+  quorva::SilentInterface port(true);  // yes to every question
   quorva::ScopedUserInterface scope(port);
   quorva::code_lines_of(parts[0]);
   quorva::GeneratePanel generator;

@@ -24,6 +24,21 @@ class UserInterface {
   virtual void set_status(const std::string& text) = 0;
 };
 
+/// A port that shows nothing and gives one answer to every question: the core's port before
+/// a front end installs its own (answering No), and for benchmarks and fuzzing.
+class SilentInterface : public UserInterface {
+ public:
+  explicit SilentInterface(bool answer = false) : answer_(answer) {}
+  void show_message(const std::string&) override {}
+  bool ask_yes_no(const std::string&, const std::string&) override { return answer_; }
+  void open_file(const std::string&) override {}
+  void set_progress(const std::string&, int, int) override {}
+  void set_status(const std::string&) override {}
+
+ private:
+  bool answer_;
+};
+
 /// The port in use, for every thread. Until a front end installs one, a silent port that
 /// answers No.
 UserInterface& ui();

@@ -14,12 +14,13 @@ QUORVA     := $(BUILD)/src/quorva
 
 run: build
 	@if [ ! -d "$(DEMO)/Resource" ]; then \
-	  $(QUORVA) init $(DEMO) && \
+	  $(QUORVA) init --sample $(DEMO) && \
 	  echo DEMOPW | $(QUORVA) --home $(DEMO) user set ip=127.0.0.1 library=DEMO.SOURCE \
 	    user=DEMO password=- "name=Demo Programmer" "company=Demo Company" \
 	    folder=$(abspath $(DEMO))/programs/ >/dev/null; \
 	fi
 	@echo "Demo working folder: $(abspath $(DEMO))"
+	@echo "Sample program generated in:"
 	@$(QUORVA) --home $(DEMO) --yes generate --check
 
 test: build build-asan

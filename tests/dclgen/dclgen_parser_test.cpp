@@ -282,7 +282,7 @@ TEST(DclgenCorpusTest, RealMembersParse) {
 }
 
 TEST(DclgenCommandTest, ShowsMemberAndSetsShowsAndClearsASelection) {
-  QuorvaHome home;
+  QuorvaHome home(QuorvaHome::kSample);
   write_text(home.path / "programs/EMP.DCL", small_member("OWN.EMP", "DCLEMP"));
   write_text(home.path / "temp/key2value.dat", "INCLU-1F=EMP\n");
   const std::string selections = read_text(home.path / "temp/col_fetch.dat");

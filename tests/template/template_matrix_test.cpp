@@ -84,7 +84,7 @@ TEST(TemplateMatrixTest, MatrixCoversEveryChoice) {
 // columns, which must still give one INCLUDE and one declaration of each host field.
 TEST(TemplateMatrixTest, AccessesSharingAMemberDeclareItOnce) {
   if (!cobol_compiler_available()) GTEST_SKIP() << "cobc is not installed";
-  QuorvaHome home;
+  QuorvaHome home(QuorvaHome::kSample);
   expect_steps(&home, {{"user set ip=127.0.0.1 library=QV.SOURCE user=QVUSER password=PW "
                         "name=Tester company=Tests folder=" +
                             shell_quote(home.path.string() + "/programs/"),

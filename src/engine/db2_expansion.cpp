@@ -170,9 +170,15 @@ void Db2Expansion::expand(const std::string& line, int k,
     std::string out = line;
     if (form == '1' && first) blank_first_separator(out);
     first = false;
-    const std::string host = column.name.empty() ? pic_missing_ : naming.host_variable(column);
+    std::optional<HostVariable> own;
+    if (members_ && line[0] == 'C' && !column.name.empty())
+      own = members_->host_variable(*kind, k, column.name);
+    const std::string host = column.name.empty() ? pic_missing_
+                             : own               ? own->cobol
+                                                 : naming.host_variable(column);
     replace(out, "<DB2_VAL>", column.name.empty() ? db2_missing_ : column.name);
-    replace(out, "<COBOL_VAL>", host);
+    // Every <COBOL_VAL> of the template follows the ":" of an SQL statement.
+    replace(out, "<COBOL_VAL>", own ? own->sql : host);
     replace(out, "<PIC_VAL>", column.cobol_picture.empty() ? pic_missing_ : column.cobol_picture);
     if (out.find("<EZT_VAL>") != std::string::npos)
       replace(out, "<EZT_VAL>", easytrieve_field(column));

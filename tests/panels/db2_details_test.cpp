@@ -160,6 +160,18 @@ TEST_F(Db2DetailsTest, ChangingTheMemberResetsWhatBelongedToTheOldOne) {
         ui.messages.back().find("is not the table its DCLGEN member") != std::string::npos;
     EXPECT_EQ(warned, c.warned) << what;
   }
+  // In the person's language.
+  write_text("Resource/QVconfig.ini", "target_language=ITA\n");
+  RecordingUi ui;
+  Db2Details panel = Db2Details::open(false, AccessKind::kSelect, 1);
+  ASSERT_TRUE(panel.set_include(1, "CUSTOMER"));
+  ASSERT_TRUE(panel.set_table(1, "CUSTHIST"));
+  ASSERT_TRUE(done(panel.confirm()));
+  ASSERT_FALSE(ui.messages.empty());
+  EXPECT_NE(ui.messages.back().find("TABLE NAME CUSTHIST di SELECT 1 non e' la tabella dichiarata "
+                                    "dal suo membro DCLGEN"),
+            std::string::npos)
+      << ui.messages.back();
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "check/check_finding.h"
 #include "check/check_program.h"
 #include "support/run_command.h"
 #include "support/temp_folder.h"
@@ -88,7 +89,7 @@ constexpr const char* kAcctHist =
            EXEC SQL DECLARE BANKDB.ACCTHIST TABLE
            ( ACCT_NO                        CHAR(12) NOT NULL,
              TXN_DATE                       DATE NOT NULL,
-             AMOUNT                         DECIMAL(11, 2) NOT NULL,
+             AMOUNT                         DECIMAL(11, 2),
              TXN_TEXT                       VARCHAR(80),
              LAST_UPD_TS                    TIMESTAMP
            ) END-EXEC.
@@ -201,6 +202,22 @@ TEST_F(HostVariablesTest, CheckCatchesUndefinedAndAmbiguousHostVariables) {
     EXPECT_NE(report.findings[0].message.find(fault.says), std::string::npos)
         << report.findings[0].message;
   }
+}
+
+// UPDATE and INSERT can write NULL: each nullable column carries its own indicator, and a
+// blank one that is not a number is written as NULL (a number is compared to nothing).
+TEST_F(HostVariablesTest, UpdateAndInsertCarryNullIndicators) {
+  const std::string program = collapse_blanks(generate());
+  for (const char* expected :
+       {", SECTION = :BR-SECTION :WRK-NULL-U1Q-01 ,", "05 WRK-NULL-U1Q-01 PIC S9(4) COMP",
+        "IF BR-SECTION = SPACES MOVE -1 TO WRK-NULL-U1Q-01 END-IF",
+        "END-EXEC INITIALIZE WRK-IND-U1", ", :AMOUNT :WRK-NULL-I1Q-01 , :TXN-TEXT :WRK-NULL-I1Q-02",
+        ", :DCLACCTHIST.LAST-UPD-TS :WRK-NULL-I1Q-03 )", "05 WRK-NULL-I1Q-03 PIC S9(4) COMP",
+        "IF TXN-TEXT = SPACES MOVE -1 TO WRK-NULL-I1Q-02 END-IF",
+        "IF LAST-UPD-TS OF DCLACCTHIST = SPACES MOVE -1 TO WRK-NULL-I1Q-03 END-IF"})
+    EXPECT_NE(program.find(expected), std::string::npos) << expected;
+  for (const char* never : {"IF AMOUNT = SPACES", ":BR-STATUS :WRK-NULL", "= :BRANCH-ID :WRK"})
+    EXPECT_EQ(program.find(never), std::string::npos) << never;
 }
 
 // What the bind or the precompiler would refuse is said when the program is generated.

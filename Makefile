@@ -20,8 +20,8 @@ run: build
 	    folder=$(abspath $(DEMO))/programs/ >/dev/null; \
 	fi
 	@echo "Demo working folder: $(abspath $(DEMO))"
-	@echo "Sample program generated in:"
 	@$(QUORVA) --home $(DEMO) --yes generate --check
+	@echo "Sample program generated: $(abspath $(DEMO))/programs/CUSTMOV.txt"
 
 test: build build-asan
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

@@ -151,7 +151,24 @@ HostVariableCheck check_host_variables(const CheckedProgram& program,
     if (!in_sql && up.find("PROCEDURE DIVISION") != std::string::npos) procedure = true;
     std::size_t exec = in_sql ? std::string::npos : up.find("EXEC SQL");
     if (!in_sql && exec == std::string::npos) {
-      if (!procedure) reader.take(code);
+      if (procedure) continue;
+      const std::vector<std::string> words = words_of(up);
+      const auto copy = std::find(words.begin(), words.end(), "COPY");
+      if (copy == words.end() || copy + 1 == words.end()) {
+        reader.take(code);
+        continue;
+      }
+      // A copybook's items are the program's own: read it where the compiler would.
+      std::string book = *(copy + 1);
+      while (!book.empty() && book.back() == '.') book.pop_back();
+      std::optional<std::string> text = member_text(folders.dclgen_folder, book);
+      if (!text) text = member_text(folders.resource_folder, book);
+      if (!text) {
+        unread.insert(book);
+        continue;
+      }
+      for (const std::string& card : member_cards(*text))
+        if (!is_comment(card)) reader.take(code_area(card));
       continue;
     }
     std::size_t from = 0;
@@ -179,8 +196,8 @@ HostVariableCheck check_host_variables(const CheckedProgram& program,
   }
   for (const std::string& member : unread)
     result.notes.push_back("The member " + member +
-                           " the program includes is not in the DCLGEN folder: its host "
-                           "variables were not checked.");
+                           " the program includes or copies is not in the DCLGEN folder: the "
+                           "host variables were not checked against it.");
   bool quoted = false;
   for (const Statement& statement : statements) {
     for (const Reference& ref : references(statement.text, quoted)) {

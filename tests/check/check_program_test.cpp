@@ -164,6 +164,24 @@ TEST_F(CheckCobolTest, UndefinedHostVariablesAreReportedOnTheirLines) {
   }
 }
 
+// Host variables declared in a copybook are the program's own; one not found is a note, not a
+// fault of the program.
+TEST_F(CheckCobolTest, HostVariablesOfACopybook) {
+  const std::string text =
+      replaced(kCobolProgram, "       01  WS-NULL-NOTE            PIC S9(4) COMP.",
+               "           COPY WSNULL.");
+  for (const bool present : {true, false}) {
+    if (present)
+      write_text("src/WSNULL.cpy", "       01  WS-NULL-NOTE            PIC S9(4) COMP.\n");
+    else
+      std::filesystem::remove("src/WSNULL.cpy");
+    CheckReport report = check(text, false);
+    EXPECT_EQ(format_findings(report), "") << present;
+    EXPECT_EQ(report.notes.size(), present ? 0u : 1u) << present;
+    if (!present) EXPECT_NE(report.notes[0].find("WSNULL"), std::string::npos);
+  }
+}
+
 TEST_F(CheckCobolTest, MissingOrFaultyMemberIsReported) {
   CheckReport missing = check(replaced(kCobolProgram, "INCLUDE ORDERS", "INCLUDE ORDERX"));
   ASSERT_FALSE(missing.findings.empty());

@@ -14,13 +14,14 @@ QUORVA     := $(BUILD)/src/quorva
 
 run: build
 	@if [ ! -d "$(DEMO)/Resource" ]; then \
-	  $(QUORVA) init $(DEMO) && \
+	  $(QUORVA) init --sample $(DEMO) && \
 	  echo DEMOPW | $(QUORVA) --home $(DEMO) user set ip=127.0.0.1 library=DEMO.SOURCE \
 	    user=DEMO password=- "name=Demo Programmer" "company=Demo Company" \
 	    folder=$(abspath $(DEMO))/programs/ >/dev/null; \
 	fi
 	@echo "Demo working folder: $(abspath $(DEMO))"
 	@$(QUORVA) --home $(DEMO) --yes generate --check
+	@echo "Sample program generated: $(abspath $(DEMO))/programs/CUSTMOV.txt"
 
 test: build build-asan
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "check/check_easytrieve.h"
+#include "check/check_host_variables.h"
 #include "check/check_jcl.h"
 #include "check/check_layout.h"
 #include "check/check_leftovers.h"
@@ -47,10 +48,22 @@ CheckReport check_program_text(const std::string& name, CheckLanguage language,
   append(check_jcl(program));
   if (language == CheckLanguage::kEasytrieve) {
     append(check_easytrieve(program));
-  } else if (options.compile) {
-    CobolCheckResult compiled = check_cobol(program, options.folders);
-    if (!compiled.ran) report.notes.push_back(compiled.message);
-    append(compiled.findings);
+  } else {
+    HostVariableCheck hosts = check_host_variables(program, options.folders);
+    report.notes.insert(report.notes.end(), hosts.notes.begin(), hosts.notes.end());
+    if (options.compile) {
+      CobolCheckResult compiled = check_cobol(program, options.folders);
+      if (!compiled.ran) report.notes.push_back(compiled.message);
+      // A host variable said once: the compiler's word on a line already reported goes.
+      std::erase_if(compiled.findings, [&](const CheckFinding& c) {
+        return std::any_of(hosts.findings.begin(), hosts.findings.end(),
+                           [&](const CheckFinding& h) { return h.line == c.line; }) &&
+               (c.message.find("not defined") != std::string::npos ||
+                c.message.find("ambiguous") != std::string::npos);
+      });
+      append(compiled.findings);
+    }
+    append(hosts.findings);
   }
   std::stable_sort(report.findings.begin(), report.findings.end(),
                    [](const CheckFinding& a, const CheckFinding& b) { return a.line < b.line; });

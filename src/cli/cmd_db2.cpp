@@ -41,10 +41,11 @@ int run_db2(AccessKind kind, Db2Args args) {
   const bool easytrieve = read_program_language() == ProgramLanguage::kEasytrieve;
   Db2Details panel = Db2Details::open(easytrieve, kind, count);
   const int n = args.row;
+  // The member first: a TABLE NAME given with it is not taken for the old member's.
+  if (args.include && !panel.set_include(n, *args.include)) return kFailed;
   if (args.owner && !panel.set_owner(n, *args.owner)) return kFailed;
   if (args.table && !panel.set_table(n, *args.table)) return kFailed;
   if (args.cursor && !panel.set_cursor(n, *args.cursor)) return kFailed;
-  if (args.include && !panel.set_include(n, *args.include)) return kFailed;
   if (args.description && !panel.set_description(n, *args.description)) return kFailed;
   if (args.member_library && !panel.set_dclgen_library(*args.member_library)) return kFailed;
   if (args.autofill) panel.set_autofill(*args.autofill);

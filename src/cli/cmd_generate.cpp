@@ -6,6 +6,7 @@
 #include "cli/cli.h"
 #include "cli/commands.h"
 #include "panels/generate_panel.h"
+#include "tagfile/latin1.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
@@ -36,6 +37,8 @@ void add_generate_commands(CLI::App& app, Cli& cli) {
       GenerationResult result = generator.go();
       // Declined at the overwrite question: the program asked for was not written.
       if (result.status != GenerationResult::kDone) return kFailed;
+      for (const std::string& warning : result.warnings)
+        std::cerr << latin1_to_utf8(bilingual("Warning: ", "Attenzione: ") + warning) << '\n';
       std::cout << result.output_name << '\n';
       return *check ? run_check(cli, result.output_name, true) : kOk;
     });

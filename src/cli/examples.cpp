@@ -12,7 +12,7 @@ namespace {
 const std::map<std::string, std::string>& examples() {
   static const std::map<std::string, std::string> table{
       {"", "quorva init ~/quorva\n  quorva --home ~/quorva program show"},
-      {"init", "quorva init ~/quorva"},
+      {"init", "quorva init ~/quorva\n  quorva init --sample ~/quorva-demo"},
       {"check", "quorva check PAYROLL --no-compile"},
       {"generate", "quorva --yes generate --check"},
       {"preview", "quorva preview > PAYROLL.cbl"},

@@ -1,5 +1,6 @@
 #include "dclgen/dclgen_member.h"
 
+#include <cctype>
 #include <sstream>
 
 #include "dclgen/member_lines.h"
@@ -23,7 +24,28 @@ std::string level01_name(const std::string& line) {
   return line.substr(at, end == std::string::npos ? std::string::npos : end - at);
 }
 
+std::string upper(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return text;
+}
+
 }  // namespace
+
+std::optional<std::string> table_name_mismatch(const std::string& access, const std::string& member,
+                                               const std::string& table,
+                                               const DclgenTableInfo& info) {
+  if (table.empty() || info.table.empty() || upper(table) == upper(info.table)) return std::nullopt;
+  const std::string declared = info.owner.empty() ? info.table : info.owner + "." + info.table;
+  return bilingual("TABLE NAME " + table + " of " + access +
+                       " is not the table its DCLGEN member " + member + " declares (" + declared +
+                       "): the member's columns would be read from another table "
+                       "and the bind fails.",
+                   "TABLE NAME " + table + " di " + access +
+                       " non e' la tabella dichiarata dal suo membro DCLGEN " + member + " (" +
+                       declared +
+                       "): le colonne del membro sarebbero lette da un'altra "
+                       "tabella e il bind fallisce.");
+}
 
 std::optional<DclgenTableInfo> parse_table_info(std::string_view text) {
   std::optional<DclgenTableInfo> info;

@@ -21,6 +21,14 @@ std::optional<DclgenTableInfo> read_table_info(const std::string& path);
 /// As read_table_info, from the member's text.
 std::optional<DclgenTableInfo> parse_table_info(std::string_view text);
 
+/// The warning for an access whose TABLE NAME is not the table its member declares (names
+/// compared as DB2 folds them, in upper case): the member's columns would be read from
+/// another table, which the bind refuses. nullopt when they agree or either is blank.
+/// `access` names the access for the person, e.g. "SELECT 1".
+std::optional<std::string> table_name_mismatch(const std::string& access, const std::string& member,
+                                               const std::string& table,
+                                               const DclgenTableInfo& info);
+
 /// Tag of the description kept inside a member for an access kind letter: "QVDESC*" + letter.
 /// Its "*" stands in column 7, so both parser passes take the line for a comment.
 std::string kept_description_tag(char letter);

@@ -197,6 +197,9 @@ void DclgenParser::read_options(const std::string& comment) {
 
 DclgenPassResult DclgenParser::parse_cobol(std::string_view text, bool compress) {
   structure_.clear();
+  fields_.clear();
+  field_level_ = 0;
+  fields_done_ = false;
   names_prefix_.clear();
   colsuffix_ = false;
   varchar_group_ = 0;
@@ -242,7 +245,35 @@ DclgenPassResult DclgenParser::parse_file(const std::string& path) {
   return parse_cobol(*text, config_switch(kCobolVarsCompressionKey));
 }
 
+void DclgenParser::note_field(const std::string& statement) {
+  if (fields_done_) return;
+  // Sequence numbers may precede the level: the level is the last number before the name.
+  std::size_t at = 0;
+  int level = 0;
+  std::string_view name;
+  for (std::string_view word = next_word(statement, at); !word.empty();
+       word = next_word(statement, at)) {
+    if (word.find_first_not_of("0123456789") == std::string_view::npos) {
+      level = 0;
+      std::from_chars(word.data(), word.data() + word.size(), level);
+      continue;
+    }
+    name = word;
+    break;
+  }
+  if (level < 1 || level > 49 || name.empty()) return;
+  while (!name.empty() && name.back() == '.') name.remove_suffix(1);
+  if (level == 1) {
+    fields_done_ = !structure_.empty() && field_level_ != 0;
+    return;
+  }
+  if (structure_.empty()) return;
+  if (field_level_ == 0) field_level_ = level;
+  if (level == field_level_) fields_.emplace_back(name);
+}
+
 void DclgenParser::take_statement(std::string statement, bool compress) {
+  note_field(statement);
   std::size_t pic = statement.find(" PIC ");
   if (pic == std::string::npos) {
     std::size_t level01 = statement.find(" 01 ");

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <string>
-#include <unordered_map>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "dclgen/dclgen_column.h"
@@ -34,6 +34,11 @@ class DclgenParser {
   std::vector<DclgenColumn>& columns() { return columns_; }
   const std::vector<DclgenColumn>& columns() const { return columns_; }
   const std::string& structure() const { return structure_; }  ///< level-01 name
+  /// The data names directly under the level-01 structure, in the member's order: DCLGEN
+  /// writes one per column of the declaration, so the n-th is the host variable of the
+  /// n-th column whatever NAMES(...) or a hand edit made of its name (a VARCHAR's is its
+  /// group). Filled by the COBOL pass.
+  const std::vector<std::string>& fields() const { return fields_; }
   const std::string& names_prefix() const { return names_prefix_; }
   bool colsuffix() const { return colsuffix_; }
 
@@ -41,11 +46,15 @@ class DclgenParser {
   void read_options(const std::string& comment);
   void take_statement(std::string statement, bool compress);
   void match_picture(std::string name, const std::string& picture);
+  void note_field(const std::string& statement);
 
   std::vector<DclgenColumn> columns_;
   // Column name -> its first position, for the COBOL pass: one look-up per field.
   std::unordered_map<std::string, std::size_t> by_name_;
   std::string structure_;
+  std::vector<std::string> fields_;
+  int field_level_ = 0;       // level number of the structure's fields, once seen
+  bool fields_done_ = false;  // a second level 01 ends the structure
   std::string names_prefix_;
   bool colsuffix_ = false;
   int varchar_group_ = 0;

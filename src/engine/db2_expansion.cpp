@@ -12,7 +12,8 @@
 // Implementation details: position 3 names the access kind, the block's occurrence k the
 // access, position 4 the selection (X QUERY, W WHERE) and position 5 the form: "A" one line
 // per column, "1" the same with the first list separator blanked on the first column, "N"
-// one line per nullable column in the null-indicator form. "<IND_VAL>" binds a nullable
+// one line per nullable column in the null-indicator form, "T" the same for the nullable
+// columns that are not numbers (a blank one is written as NULL). "<IND_VAL>" binds a nullable
 // column's indicator next to its host variable (the same name the "N" form declares);
 // "<EZT_VAL>" gives the Easytrieve length and type of the column's host field.
 
@@ -133,7 +134,7 @@ const ColumnBlock* Db2Expansion::block(AccessKind kind, int k, Selection selecti
 void Db2Expansion::expand(const std::string& line, int k,
                           const std::function<void(std::string)>& emit) {
   const char form = line.size() > 4 ? line[4] : ' ';
-  if (form != '1' && form != 'A' && form != 'N') {
+  if (form != '1' && form != 'A' && form != 'N' && form != 'T') {
     Scrivi_log("Flag 5 non riconosciuto :" + line, kNoNumber, LogKind::kError);
     return;
   }
@@ -166,13 +167,20 @@ void Db2Expansion::expand(const std::string& line, int k,
   }
   bool first = true;
   for (const DclgenColumn& column : columns->columns) {
-    if (form == 'N' && column.not_null != 0) continue;
+    if ((form == 'N' || form == 'T') && column.not_null != 0) continue;
+    if (form == 'T' && db2type::is_numeric(column.type_code)) continue;
     std::string out = line;
     if (form == '1' && first) blank_first_separator(out);
     first = false;
-    const std::string host = column.name.empty() ? pic_missing_ : naming.host_variable(column);
+    std::optional<HostVariable> own;
+    if (members_ && line[0] == 'C' && !column.name.empty())
+      own = members_->host_variable(*kind, k, column.name);
+    const std::string host = column.name.empty() ? pic_missing_
+                             : own               ? own->cobol
+                                                 : naming.host_variable(column);
     replace(out, "<DB2_VAL>", column.name.empty() ? db2_missing_ : column.name);
-    replace(out, "<COBOL_VAL>", host);
+    // Every <COBOL_VAL> of the template follows the ":" of an SQL statement.
+    replace(out, "<COBOL_VAL>", own ? own->sql : host);
     replace(out, "<PIC_VAL>", column.cobol_picture.empty() ? pic_missing_ : column.cobol_picture);
     if (out.find("<EZT_VAL>") != std::string::npos)
       replace(out, "<EZT_VAL>", easytrieve_field(column));
@@ -181,7 +189,7 @@ void Db2Expansion::expand(const std::string& line, int k,
     };
     if (out.find("<IND_VAL>") != std::string::npos)
       replace(out, "<IND_VAL>", column.not_null != 0 ? "" : ":" + indicator());
-    if (form == 'N') {
+    if (form == 'N' || form == 'T') {
       replace(out, "WRK-NULL-ALL", indicator());
       replace(out, "CAMPO-ALL", host);
       if (!db2type::is_numeric(column.type_code)) replace(out, "ZEROES", "SPACES");

@@ -7,6 +7,7 @@
 #include <tuple>
 
 #include "engine/column_file.h"
+#include "engine/program_members.h"
 
 namespace quorva {
 
@@ -22,6 +23,11 @@ std::string easytrieve_field(const DclgenColumn& column);
 /// once, the first time an access is asked for.
 class Db2Expansion {
  public:
+  /// With `members`, a COBOL line names each column by its member's own field (qualified
+  /// where two members share the name); without, or for a column the member does not give,
+  /// by the access's naming (prefix + column name). Easytrieve declares its own fields.
+  explicit Db2Expansion(const ProgramMembers* members = nullptr) : members_(members) {}
+
   /// Produces the lines of `line` (its "#" already numbered) for access `k`; each goes to
   /// `emit`. "<IND_VAL>" becomes ":" + the indicator of a nullable column, nothing for a NOT
   /// NULL one. A line with no selection behind it becomes one comment line to complete.
@@ -30,6 +36,7 @@ class Db2Expansion {
  private:
   const ColumnBlock* block(AccessKind kind, int k, Selection selection);
 
+  const ProgramMembers* members_;
   std::map<std::tuple<int, int, int>, std::optional<ColumnBlock>> blocks_;
   std::string db2_missing_;  // chosen by language once, not per line
   std::string pic_missing_;

@@ -10,6 +10,7 @@
 #include "engine/line_writer.h"
 #include "engine/output_pass.h"
 #include "engine/program_definition.h"
+#include "engine/program_members.h"
 #include "port/user_interface.h"
 #include "store/config_file.h"
 #include "tagfile/disk.h"
@@ -94,7 +95,12 @@ GenerationResult run_generation(const GenerationJob& job) {
   HeaderValues header{version, header_date()};
   build_conversion_list(def, header, conversions);
   second.set(2);
-  Db2Expansion db2;
+  const ProgramMembers members = ProgramMembers::load(def);
+  for (const std::string& warning : members.warnings()) {
+    Scrivi_log(warning, kNoNumber, LogKind::kWarning);
+    result.warnings.push_back(warning);
+  }
+  Db2Expansion db2(def.cobol() ? &members : nullptr);
   second.set(3);
   const CustomCode custom = CustomCode::load();
   second.set(4);

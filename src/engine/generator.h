@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "engine/template_loader.h"
 
@@ -12,10 +13,11 @@ struct GenerationResult {
   Status status = kStopped;
   std::string output_name;
   int lines_written = 0;
-  std::string first_lines;  ///< the first three lines written, each followed by "\r\n"
-  std::string rank;         ///< the user's level title after this generation
-  bool promoted = false;    ///< the rank rose with this generation
-  int messages = 0;         ///< messages shown while running (rejected custom flags)
+  std::string first_lines;            ///< the first three lines written, each followed by "\r\n"
+  std::string rank;                   ///< the user's level title after this generation
+  bool promoted = false;              ///< the rank rose with this generation
+  int messages = 0;                   ///< messages shown while running (rejected custom flags)
+  std::vector<std::string> warnings;  ///< also in the warning log: members, table names
 };
 
 /// What a run needs, settled by the Generate panel and its questions beforehand.

@@ -81,6 +81,7 @@ Db2Details Db2Details::open(bool easytrieve, AccessKind kind, int count) {
     row.cursor = read("CURS-");
     row.description = read("DESCDB2-");
     row.include = read("INCLU-");
+    panel.saved_include_[n - 1] = row.include;
     if (kept && row.description.empty() && !row.include.empty())
       row.description =
           read_kept_description(member_path(row.include), access_letter(kind)).value_or("");
@@ -122,8 +123,18 @@ bool Db2Details::set_description(int row, const std::string& text) {
 }
 
 bool Db2Details::set_include(int row, const std::string& text) {
+  const std::string old = row_enabled(row) ? rows_[row - 1].include : "";
   if (!set_field(&Db2Row::include, row, text, kIncludeLimit, "INCLUDE")) return false;
   Db2Row& target = rows_[row - 1];
+  if (!old.empty() && old != text) {
+    // The table named after the old member goes with it.
+    const std::optional<DclgenTableInfo> was = read_table_info(member_path(old));
+    if (was && !target.table.empty() && target.table == was->table) {
+      const std::optional<DclgenTableInfo> now =
+          text.empty() ? std::nullopt : read_table_info(member_path(text));
+      target.table = now ? now->table : "";
+    }
+  }
   if (keep_descriptions_enabled() && target.description.empty() && !text.empty())
     target.description =
         read_kept_description(member_path(text), access_letter(kind_)).value_or("");
@@ -192,7 +203,37 @@ Result<bool> Db2Details::confirm() {
   if (Status written = write_rows(); !written) return written;
   if (keep_descriptions_enabled())
     if (Status kept = keep_descriptions(); !kept) return kept;
+  if (Status dropped = drop_old_member_columns(); !dropped) return dropped;
+  for (int n = 1; n <= count_; ++n) saved_include_[n - 1] = rows_[n - 1].include;
+  for (const std::string& warning : table_warnings()) Mostra_popup(warning);
   return true;
+}
+
+Status Db2Details::drop_old_member_columns() const {
+  const char* file = column_file_name(kind_);
+  if (!Esiste_file(file)) return {};
+  Status dropped;
+  for (int n = 1; n <= count_; ++n) {
+    if (saved_include_[n - 1].empty() || saved_include_[n - 1] == rows_[n - 1].include) continue;
+    const std::string master = access_word(kind_) + std::to_string(n);
+    for (Selection selection : {Selection::kQuery, Selection::kWhere})
+      dropped &= Riscrivi_tag_treedb2(file, master, selection, false, "", "", {});
+  }
+  return dropped;
+}
+
+std::vector<std::string> Db2Details::table_warnings() const {
+  std::vector<std::string> warnings;
+  for (int n = 1; n <= count_; ++n) {
+    const Db2Row& row = rows_[n - 1];
+    if (row.include.empty() || row.table.empty()) continue;
+    const std::optional<DclgenTableInfo> info = read_table_info(member_path(row.include));
+    if (!info) continue;
+    const std::string access = access_word(kind_) + (" " + std::to_string(n));
+    if (auto warning = table_name_mismatch(access, row.include, row.table, *info))
+      warnings.push_back(*warning);
+  }
+  return warnings;
 }
 
 Status Db2Details::write_rows() const {

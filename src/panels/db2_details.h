@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "engine/column_file.h"
 #include "port/status.h"
@@ -45,7 +46,8 @@ class Db2Details {
   /// Field setters for an enabled row; false, with a message, for a disabled row or a text
   /// over the field's limit (the field keeps its value), or a text with a line break or a
   /// NUL (the field is emptied). A new INCLUDE brings back the description kept in its
-  /// member.
+  /// member; a TABLE NAME that came from the old member follows the new one (emptied when
+  /// the new one cannot be read), and OK drops the column selections made on the old one.
   bool set_owner(int row, const std::string& text);
   bool set_table(int row, const std::string& text);
   bool set_cursor(int row, const std::string& text);
@@ -62,9 +64,13 @@ class Db2Details {
 
   /// OK: the FTP check and the duplicate-cursor questions, then the options (one write of
   /// the configuration), every row (one write of temp/key2value.dat) and the descriptions
-  /// kept in the members. False when a question keeps the panel open (nothing written); a
-  /// failure when a write failed.
+  /// kept in the members; the rows whose member changed lose their column selections. Then
+  /// each TABLE NAME that is not the table its member declares is shown as a warning.
+  /// False when a question keeps the panel open (nothing written); a failure when a write
+  /// failed.
   Result<bool> confirm();
+  /// The warnings of the rows whose TABLE NAME differs from their member's declaration.
+  std::vector<std::string> table_warnings() const;
   /// Cancel: the FTP check only; false keeps the panel open. Writes nothing.
   bool cancel() const;
 
@@ -83,11 +89,13 @@ class Db2Details {
   bool has_duplicate_cursor() const;
   Status write_rows() const;
   Status keep_descriptions() const;
+  Status drop_old_member_columns() const;
 
   bool easytrieve_ = false;
   AccessKind kind_ = AccessKind::kSelect;
   int count_ = 0;
   std::array<Db2Row, 9> rows_{};
+  std::array<std::string, 9> saved_include_{};  // as temp/key2value.dat holds it
   bool autofill_ = false;
   bool auto_owner_ = false;
   std::string dclgen_library_;

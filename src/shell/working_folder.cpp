@@ -35,6 +35,9 @@ bool write_bytes(const fs::path& path, const unsigned char* data, std::size_t si
       .ok();
 }
 
+// Skeleton entries under this folder are the demo program, written only when asked for.
+constexpr std::string_view kSampleFolder = "sample/";
+
 std::string source_folder_text(const fs::path& programs) {
   std::string text = programs.generic_string();
   if (text.empty() || text.back() != '/') text += '/';
@@ -55,7 +58,7 @@ bool is_working_folder(const fs::path& folder) {
   return fs::is_directory(folder / "Resource", ec);
 }
 
-FolderResult init_working_folder(const fs::path& folder, bool force) {
+FolderResult init_working_folder(const fs::path& folder, bool force, InitContent content) {
   std::error_code ec;
   if (is_working_folder(folder) && !force)
     return {false,
@@ -64,13 +67,22 @@ FolderResult init_working_folder(const fs::path& folder, bool force) {
                 "members and user data are kept."};
   fs::create_directories(folder, ec);
   if (ec) return {false, "I cannot create the folder " + folder.string() + ": " + ec.message()};
+  const bool sample = content == InitContent::kSample;
+  // The sample program is one definition: never laid over the files of another.
+  const bool keep_definition = sample && fs::exists(folder / "temp" / "Parbase.dat", ec);
   for (const SkeletonEntry& entry : skeleton_entries()) {
-    fs::path target = folder / entry.path;
+    std::string_view path = entry.path;
+    if (path == kSampleFolder.substr(0, kSampleFolder.size() - 1)) continue;
+    if (path.substr(0, kSampleFolder.size()) == kSampleFolder) {
+      path.remove_prefix(kSampleFolder.size());
+      if (!sample || (keep_definition && path.substr(0, 5) == "temp/")) continue;
+    }
+    fs::path target = folder / path;
     if (entry.directory) {
       fs::create_directories(target, ec);
     } else {
       // The sample definition and members are only a start: once there, they are the user's.
-      const bool users_own = std::string_view(entry.path).substr(0, 9) != "Resource/";
+      const bool users_own = path.substr(0, 9) != "Resource/";
       if (users_own && fs::exists(target, ec)) continue;
       fs::create_directories(target.parent_path(), ec);
       if (!ec && !write_bytes(target, entry.data, entry.size))
@@ -91,6 +103,10 @@ FolderResult init_working_folder(const fs::path& folder, bool force) {
       return {false, "I cannot write the file " + user};
     restrict_to_owner(user);
   }
+  if (keep_definition)
+    return {true, "The program already defined in " + folder.string() +
+                      " is kept: the sample is written only where no program is defined (after "
+                      "quorva program new, or into a new folder)."};
   return {true, ""};
 }
 

@@ -120,9 +120,10 @@ class CheckCobolTest : public ::testing::Test {
     write_text("Resource/SQLCA.cpy",
                read_text(std::filesystem::path(QUORVA_SOURCE_DIR) / "skeleton/Resource/SQLCA.cpy"));
   }
-  CheckReport check(const std::string& text) {
+  CheckReport check(const std::string& text, bool compile = true) {
     write_text("src/PGMORD.txt", text);
     CheckOptions options;
+    options.compile = compile;
     options.folders.resource_folder = "Resource";
     return check_program_file("src/PGMORD.txt", CheckLanguage::kCobol, options);
   }
@@ -148,13 +149,36 @@ TEST_F(CheckCobolTest, UndefinedHostVariablesAreReportedOnTheirLines) {
   // Indicators as the generator writes them, after a blank, and with INDICATOR.
   text = replaced(text, ":NOTE:WS-NULL-NOTE", ":NOTE :WS-NULL-NOT");
   text = replaced(text, "INTO :ORD-ID END-EXEC", "INTO :ORD-ID INDICATOR :WS-NID END-EXEC");
-  CheckReport report = check(text);
-  ASSERT_EQ(report.findings.size(), 3u) << format_findings(report);
-  const std::pair<int, const char*> expected[] = {
-      {46, "'WS-NULL-NOT' is not defined"}, {48, "ORD-IDX"}, {54, "'WS-NID' is not defined"}};
-  for (size_t i = 0; i < 3; ++i) {
-    EXPECT_EQ(report.findings[i].line, expected[i].first);
-    EXPECT_NE(report.findings[i].message.find(expected[i].second), std::string::npos);
+  // Found by the check itself, with the compiler or without, each once.
+  for (const bool compile : {true, false}) {
+    CheckReport report = check(text, compile);
+    ASSERT_EQ(report.findings.size(), 3u) << format_findings(report);
+    const std::pair<int, const char*> expected[] = {{46, ":WS-NULL-NOT is not defined"},
+                                                    {48, ":DCLORDERS.ORD-IDX is not defined"},
+                                                    {54, ":WS-NID is not defined"}};
+    for (size_t i = 0; i < 3; ++i) {
+      EXPECT_EQ(report.findings[i].line, expected[i].first);
+      EXPECT_NE(report.findings[i].message.find(expected[i].second), std::string::npos)
+          << report.findings[i].message;
+    }
+  }
+}
+
+// Host variables declared in a copybook are the program's own; one not found is a note, not a
+// fault of the program.
+TEST_F(CheckCobolTest, HostVariablesOfACopybook) {
+  const std::string text =
+      replaced(kCobolProgram, "       01  WS-NULL-NOTE            PIC S9(4) COMP.",
+               "           COPY WSNULL.");
+  for (const bool present : {true, false}) {
+    if (present)
+      write_text("src/WSNULL.cpy", "       01  WS-NULL-NOTE            PIC S9(4) COMP.\n");
+    else
+      std::filesystem::remove("src/WSNULL.cpy");
+    CheckReport report = check(text, false);
+    EXPECT_EQ(format_findings(report), "") << present;
+    EXPECT_EQ(report.notes.size(), present ? 0u : 1u) << present;
+    if (!present) EXPECT_NE(report.notes[0].find("WSNULL"), std::string::npos);
   }
 }
 

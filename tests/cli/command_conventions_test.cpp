@@ -12,7 +12,7 @@ namespace {
 
 // Every front end reads the same switch words, whatever the file stores.
 TEST(CommandConventions, SwitchWords) {
-  QuorvaHome home;
+  QuorvaHome home(QuorvaHome::kSample);
   const struct {
     const char* word;
     bool on;
@@ -73,7 +73,7 @@ TEST(CommandConventions, RowsBeyondThePanelsCount) {
 
 // A write that fails makes the command fail, says why, and leaves the file as it was.
 TEST(CommandConventions, FailedWritesExitOne) {
-  QuorvaHome home;
+  QuorvaHome home(QuorvaHome::kSample);
   ASSERT_EQ(home.run("program set name=PGM1 inputs=1").status, 0);
   const struct {
     const char* file;

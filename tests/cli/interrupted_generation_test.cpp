@@ -46,7 +46,7 @@ pid_t start_generation(const std::filesystem::path& home) {
 }
 
 TEST(InterruptedGeneration, KilledAtAnyMomentLeavesTheOldProgramOrTheNewOneWhole) {
-  QuorvaHome wf;
+  QuorvaHome wf(QuorvaHome::kSample);
   write_long_template(wf.path);
   CommandResult first = wf.run("--yes generate");
   ASSERT_EQ(first.status, 0) << first.output;

@@ -1,11 +1,17 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "support/members.h"
 #include "support/run_command.h"
 #include "support/temp_folder.h"
 
 namespace quorva::test {
 namespace {
+
+bool present(const std::filesystem::path& path) {
+  return std::filesystem::exists(path);
+}
 
 TEST(CommandLine, DefinesAWholeProgram) {
   QuorvaHome home;
@@ -55,6 +61,25 @@ TEST(CommandLine, DefinesAWholeProgram) {
   EXPECT_EQ(read_text(home.path / "temp/Detfiles.dat"), "fileout_excel=1\n");
   const std::string config = read_text(home.path / "Resource/QVconfig.ini");
   EXPECT_NE(config.find("Autofill_db2=ON\nAutoOwner_db2=ON\n"), std::string::npos) << config;
+}
+
+// Nothing of the sample survives into a new program: not its owner, table, cursor, column
+// selections or Excel flag.
+TEST(CommandLine, ANewProgramStartsEmpty) {
+  QuorvaHome home(QuorvaHome::kSample);
+  const char* definition[] = {"temp/Parbase.dat", "temp/key2value.dat", "temp/Detfiles.dat",
+                              "temp/col_select.dat", "temp/col_fetch.dat"};
+  for (const char* file : definition) EXPECT_TRUE(present(home.path / file)) << file;
+  expect_steps(&home, {{"--yes program new", 0, "Erasing Fields"},
+                       {"program set name=NEWPGM language=cobol select=1 fetch=1", 0, ""},
+                       {"db2 fetch 1", 0, "CURSOR      : \n"}});
+  const std::string keys = present(home.path / "temp/key2value.dat")
+                               ? read_text(home.path / "temp/key2value.dat")
+                               : std::string();
+  for (const char* sample : {"BANKDB", "CUSTOMER", "CSRORD1", "MOVEIN"})
+    EXPECT_EQ(keys.find(sample), std::string::npos) << sample << "\n" << keys;
+  for (const char* file : {"temp/Detfiles.dat", "temp/col_select.dat", "temp/col_fetch.dat"})
+    EXPECT_FALSE(present(home.path / file)) << file;
 }
 
 TEST(CommandLine, UserAndOptions) {

@@ -88,6 +88,7 @@ TEST(DclgenParserTest, CobolPassMatchesHostVariables) {
       "             CUST_TS     TIMESTAMP\n";
   const struct {
     std::string options, cobol;  // header comment lines, host variables
+    std::vector<std::string> fields;
   } cases[] = {
       {"",
        "           10 CUST-ID     PIC S9(9) USAGE COMP.\n"
@@ -95,19 +96,25 @@ TEST(DclgenParserTest, CobolPassMatchesHostVariables) {
        "              49 CUST-NAME-LEN  PIC S9(4) USAGE COMP.\n"
        "              49 CUST-NAME-TEXT\n"
        "                 PIC X(40).\n"
-       "001200     10 CUST-TS     PIC X(26).                                    00001200\n"},
+       "001200     10 CUST-TS     PIC X(26).                                    00001200\n"
+       // INDVAR(YES): the indicator array is a structure of its own.
+       "       01  IEMP.\n"
+       "           10 INDSTRUC    PIC S9(4) USAGE COMP OCCURS 3 TIMES.\n",
+       {"CUST-ID", "CUST-NAME", "CUST-TS"}},
       {"      *        NAMES(CL-)  COLSUFFIX(YES)\n",
        "           10 CL-CUST-ID     PIC S9(9) USAGE COMP.\n"
        "           10 CL-CUST-NAME.\n"
        "              49 CL-CUST-NAME-LEN  PIC S9(4) USAGE COMP.\n"
        "              49 CL-CUST-NAME-TEXT PIC X(40).\n"
-       "           10 CL-CUST-TS     PIC X(26).\n"},
+       "           10 CL-CUST-TS     PIC X(26).\n",
+       {"CL-CUST-ID", "CL-CUST-NAME", "CL-CUST-TS"}},
       {"      *        NAMES(CL-)\n",
        "           10 CL-1     PIC S9(9) USAGE COMP.\n"
        "           10 CL-2.\n"
        "              49 CL-2-LEN  PIC S9(4) USAGE COMP.\n"
        "              49 CL-2-TEXT PIC X(40).\n"
-       "           10 CL-3     PIC X(26).\n"},
+       "           10 CL-3     PIC X(26).\n",
+       {"CL-1", "CL-2", "CL-3"}},
   };
   for (const auto& c : cases) {
     DclgenParser parser;
@@ -119,6 +126,7 @@ TEST(DclgenParserTest, CobolPassMatchesHostVariables) {
     EXPECT_EQ(got[0].cobol_picture, "S9(9) COMP.") << c.cobol;
     EXPECT_EQ(got[1].cobol_picture, "X(40).") << c.cobol;
     EXPECT_EQ(got[2].cobol_picture, "X(26).") << c.cobol;
+    EXPECT_EQ(parser.fields(), c.fields) << c.cobol;
     // INTEGER is written without a length: the one problem the check reports here.
     EXPECT_EQ(check_columns(got).total, 1) << check_columns(got).detail;
   }
@@ -136,6 +144,7 @@ TEST(DclgenParserTest, ReservedWordColumnsMatchTheirSuffixedField) {
   ASSERT_TRUE(parser.parse_cobol(text, false).ok);
   EXPECT_EQ(parser.columns()[0].cobol_picture, "S9(4) COMP.");
   EXPECT_EQ(parser.columns()[1].cobol_picture, "X(8).");
+  EXPECT_EQ(parser.fields(), (std::vector<std::string>{"STATUS1", "RESUME"}));
 }
 
 TEST(DclgenParserTest, ListingNumbersAreDroppedOnlyWhenEveryCardHasThem) {
@@ -282,7 +291,7 @@ TEST(DclgenCorpusTest, RealMembersParse) {
 }
 
 TEST(DclgenCommandTest, ShowsMemberAndSetsShowsAndClearsASelection) {
-  QuorvaHome home;
+  QuorvaHome home(QuorvaHome::kSample);
   write_text(home.path / "programs/EMP.DCL", small_member("OWN.EMP", "DCLEMP"));
   write_text(home.path / "temp/key2value.dat", "INCLU-1F=EMP\n");
   const std::string selections = read_text(home.path / "temp/col_fetch.dat");

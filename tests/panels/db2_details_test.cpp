@@ -115,5 +115,64 @@ TEST_F(Db2DetailsTest, AutofillAutoOwnerAndKeptDescription) {
   EXPECT_EQ(Db2Details::open(true, AccessKind::kFetch, 1).row(1).description, "");
 }
 
+// Pointing an access at another member drops what came from the old one, and a TABLE NAME
+// that is not the member's own is said, whoever typed it.
+TEST_F(Db2DetailsTest, ChangingTheMemberResetsWhatBelongedToTheOldOne) {
+  const struct {
+    const char* table_before;  // the row's TABLE NAME before the change
+    const char* include;       // the new INCLUDE
+    const char* table_typed;   // typed after the change; nullptr: none
+    const char* table_after;
+    bool columns_kept;
+    bool warned;
+  } cases[] = {
+      {"CUSTOMER", "ORDERS", nullptr, "ORDERS", false, false},  // follows the new member
+      {"CUSTOMER", "ORDERS", "CUSTOMER", "CUSTOMER", false, true},
+      {"CUSTHIST", "ORDERS", nullptr, "CUSTHIST", false, true},  // not the old member's
+      {"CUSTOMER", "CUSTOMER", nullptr, "CUSTOMER", true, false},
+      {"CUSTOMER", "NOSUCH", nullptr, "", false, false},  // unreadable: nothing to say
+  };
+  const DclgenColumn id{"ID", "S9(9) COMP.", "", db2type::kInteger, 1, 0, 0};
+  for (const auto& c : cases) {
+    write_text("temp/key2value.dat", std::string("T-1S=PROD\nTABEL-1S=") + c.table_before +
+                                         "\nLEV01-1S=DCLCUSTOMER\nINCLU-1S=CUSTOMER\n");
+    fs::remove("temp/col_select.dat");
+    for (const char* master : {"SELECT1", "SELECT2"})
+      ASSERT_TRUE(Riscrivi_tag_treedb2("temp/col_select.dat", master, Selection::kQuery, true,
+                                       "CUSTOMER", "|NAME", {id}));
+    RecordingUi ui;
+    Db2Details panel = Db2Details::open(false, AccessKind::kSelect, 2);
+    ASSERT_TRUE(panel.set_include(1, c.include));
+    if (c.table_typed) ASSERT_TRUE(panel.set_table(1, c.table_typed));
+    ASSERT_TRUE(done(panel.confirm()));
+    const std::string keys = read_text("temp/key2value.dat");
+    const std::string what = std::string(c.table_before) + " -> " + c.include;
+    EXPECT_EQ(Db2Details::open(false, AccessKind::kSelect, 2).row(1).table, c.table_after) << what;
+    const bool readable = std::string(c.include) != "NOSUCH";
+    EXPECT_EQ(keys.find(std::string("LEV01-1S=DCL") + c.include) != std::string::npos, readable)
+        << what << "\n"
+        << keys;
+    const std::string columns = read_text("temp/col_select.dat");
+    EXPECT_EQ(columns.find("[SELECT1-QUERY]") != std::string::npos, c.columns_kept) << what;
+    EXPECT_NE(columns.find("[SELECT2-QUERY]"), std::string::npos) << what;
+    const bool warned =
+        !ui.messages.empty() &&
+        ui.messages.back().find("is not the table its DCLGEN member") != std::string::npos;
+    EXPECT_EQ(warned, c.warned) << what;
+  }
+  // In the person's language.
+  write_text("Resource/QVconfig.ini", "target_language=ITA\n");
+  RecordingUi ui;
+  Db2Details panel = Db2Details::open(false, AccessKind::kSelect, 1);
+  ASSERT_TRUE(panel.set_include(1, "CUSTOMER"));
+  ASSERT_TRUE(panel.set_table(1, "CUSTHIST"));
+  ASSERT_TRUE(done(panel.confirm()));
+  ASSERT_FALSE(ui.messages.empty());
+  EXPECT_NE(ui.messages.back().find("TABLE NAME CUSTHIST di SELECT 1 non e' la tabella dichiarata "
+                                    "dal suo membro DCLGEN"),
+            std::string::npos)
+      << ui.messages.back();
+}
+
 }  // namespace
 }  // namespace quorva::test

@@ -63,6 +63,41 @@ TEST(WorkingFolder, InitWritesSkeletonAndRefusesAnExistingFolderUnlessForced) {
   EXPECT_EQ(read_text(user), "username=ME\n");
 }
 
+// A new folder defines no program; the sample is written only when asked for, and never
+// over a program already defined there.
+TEST(WorkingFolder, TheSampleProgramOnlyWhenAskedFor) {
+  TempWorkingFolder scratch;
+  const char* sample_files[] = {"temp/Parbase.dat", "temp/key2value.dat", "temp/col_select.dat",
+                                "temp/Detfiles.dat", "programs/CUSTOMER.DCL"};
+  const struct {
+    InitContent content;
+    bool defined_before;
+    bool sample_written;
+  } cases[] = {
+      {InitContent::kEmpty, false, false},
+      {InitContent::kSample, false, true},
+      {InitContent::kSample, true, false},
+  };
+  int n = 0;
+  for (const auto& c : cases) {
+    const fs::path dir = scratch.path() / ("home" + std::to_string(++n));
+    if (c.defined_before) write_text(dir / "temp" / "Parbase.dat", "nomeprogr=MINE\n");
+    FolderResult made = init_working_folder(dir, false, c.content);
+    ASSERT_TRUE(made.ok) << made.message;
+    EXPECT_EQ(made.message.empty(), !c.defined_before) << made.message;
+    for (const std::string file : sample_files) {
+      // The members come with the sample even where the definition is kept.
+      const bool expected = file.ends_with(".DCL")    ? c.content == InitContent::kSample
+                            : file == sample_files[0] ? c.sample_written || c.defined_before
+                                                      : c.sample_written;
+      EXPECT_EQ(fs::exists(dir / file), expected) << n << " " << file;
+    }
+    if (c.defined_before) EXPECT_EQ(read_text(dir / "temp/Parbase.dat"), "nomeprogr=MINE\n");
+    EXPECT_FALSE(fs::exists(dir / "sample")) << n;
+    EXPECT_TRUE(fs::is_empty(dir / "temp" / "default")) << n;
+  }
+}
+
 TEST(WorkingFolder, EnteringChecksTheInstallation) {
   TempWorkingFolder scratch;
   const fs::path base = scratch.path();

@@ -29,8 +29,11 @@ CommandResult quorva(const std::string& arguments) {
   return run_command(shell_quote(QUORVA_BINARY) + " " + arguments);
 }
 
-QuorvaHome::QuorvaHome() : path(scratch.path() / "wf") {
-  EXPECT_EQ(quorva("init " + shell_quote(path.string())).status, 0);
+QuorvaHome::QuorvaHome(Content content) : path(scratch.path() / "wf") {
+  EXPECT_EQ(quorva(std::string("init ") + (content == kSample ? "--sample " : "") +
+                   shell_quote(path.string()))
+                .status,
+            0);
 }
 
 CommandResult QuorvaHome::run(const std::string& arguments) const {

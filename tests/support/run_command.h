@@ -22,10 +22,12 @@ std::string shell_quote(const std::string& text);
 /// Runs the quorva binary with `arguments` (shell words).
 CommandResult quorva(const std::string& arguments);
 
-/// A working folder made by `quorva init` inside a temporary folder.
+/// A working folder made by `quorva init` inside a temporary folder: empty, or holding the
+/// sample program and its members (`init --sample`).
 class QuorvaHome {
  public:
-  QuorvaHome();
+  enum Content { kEmpty, kSample };
+  explicit QuorvaHome(Content content = kEmpty);
   /// quorva with this folder as --home.
   CommandResult run(const std::string& arguments) const;
 

@@ -84,6 +84,9 @@ std::optional<std::string> postgres_statement(const std::string& db2) {
   if (std::regex_search(db2, kNotPrepared)) return std::nullopt;
   std::string text = std::regex_replace(db2, kCursor, "");
   text = std::regex_replace(std::regex_replace(text, kInto, ""), kCurrent, "CURRENT_$1");
+  // An indicator rides on its host variable: one parameter.
+  static const std::regex kIndicator(R"((:[\w.-]+) (INDICATOR )?:[\w.-]+)");
+  text = std::regex_replace(text, kIndicator, "$1");
   std::string out, rest = text;
   int number = 0;
   for (std::sregex_iterator it(text.begin(), text.end(), kHost), end; it != end; ++it) {

@@ -84,7 +84,7 @@ TEST(TemplateMatrixTest, MatrixCoversEveryChoice) {
 // columns, which must still give one INCLUDE and one declaration of each host field.
 TEST(TemplateMatrixTest, AccessesSharingAMemberDeclareItOnce) {
   if (!cobol_compiler_available()) GTEST_SKIP() << "cobc is not installed";
-  QuorvaHome home;
+  QuorvaHome home(QuorvaHome::kSample);
   expect_steps(&home, {{"user set ip=127.0.0.1 library=QV.SOURCE user=QVUSER password=PW "
                         "name=Tester company=Tests folder=" +
                             shell_quote(home.path.string() + "/programs/"),
@@ -117,6 +117,10 @@ TEST(SqlStatementsTest, Db2RewritesForPostgres) {
       {"DECLARE CURS-1F CURSOR FOR SELECT A , CURRENT TIMESTAMP FROM T WHERE K = :K",
        "SELECT A , CURRENT_TIMESTAMP FROM T WHERE K = $1"},
       {"UPDATE T SET A = :A , B = :B WHERE K = :K", "UPDATE T SET A = $1 , B = $2 WHERE K = $3"},
+      {"UPDATE T SET A = :A :WRK-NULL-U1Q-01 , B = :B WHERE K = :K",
+       "UPDATE T SET A = $1 , B = $2 WHERE K = $3"},
+      {"INSERT INTO T ( A , B ) VALUES ( :A , :D.B INDICATOR :I )",
+       "INSERT INTO T ( A , B ) VALUES ( $1 , $2 )"},
   };
   for (const auto& c : cases) EXPECT_EQ(postgres_statement(c.db2), c.postgres) << c.db2;
 }

@@ -26,7 +26,7 @@ fi
 
 quorva=$1 folder=$2 lines=${3:-10000} keys=${4:-200}
 rm -rf "$folder"
-"$quorva" init "$folder" >/dev/null
+"$quorva" init --sample "$folder" >/dev/null
 awk -v lines="$lines" -v keys="$keys" 'BEGIN {
   printf "quormem=ANCHOR-1\nnumlines=%d\nclient=1.33\n[THE CODE BEGINS HERE]\n", lines
   for (i = 0; i < lines; i++)

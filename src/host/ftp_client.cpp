@@ -1,0 +1,395 @@
+#include "host/ftp_client.h"
+
+#include <curl/curl.h>
+
+#include <algorithm>
+#include <cstring>
+#include <map>
+#include <mutex>
+
+#include "host/host_lines.h"
+#include "tagfile/disk.h"
+#include "tagfile/messages.h"
+
+// Implementation details: one easy handle serves the whole script, so the login and the
+// control connection are made once. The host's reply lines reach the header callback; they
+// are kept per command because the host's verdict is in their text, not only in the code
+// (a rejected SITE parameter still ends in 200, a missing member and a missing data set
+// are both 550).
+
+namespace quorva {
+namespace {
+
+struct Transfer {
+  std::string replies;  ///< the host's reply lines of this command
+  std::string data;     ///< what is fetched, or what is sent
+  std::size_t sent = 0;
+  const FtpCommand* command = nullptr;
+  const TransferProgress* progress = nullptr;
+};
+
+std::size_t on_reply(char* text, std::size_t size, std::size_t count, void* user) {
+  static_cast<Transfer*>(user)->replies.append(text, size * count);
+  return size * count;
+}
+
+std::size_t on_data(char* text, std::size_t size, std::size_t count, void* user) {
+  static_cast<Transfer*>(user)->data.append(text, size * count);
+  return size * count;
+}
+
+std::size_t on_read(char* buffer, std::size_t size, std::size_t count, void* user) {
+  auto* transfer = static_cast<Transfer*>(user);
+  const std::size_t n = std::min(size * count, transfer->data.size() - transfer->sent);
+  std::memcpy(buffer, transfer->data.data() + transfer->sent, n);
+  transfer->sent += n;
+  return n;
+}
+
+int on_progress(void* user, curl_off_t down_total, curl_off_t down_now, curl_off_t up_total,
+                curl_off_t up_now) {
+  auto* transfer = static_cast<Transfer*>(user);
+  if (transfer->progress && *transfer->progress && transfer->command) {
+    if (transfer->command->kind == FtpCommand::kRecv)
+      (*transfer->progress)(*transfer->command, down_now, down_total);
+    else
+      (*transfer->progress)(*transfer->command, up_now, up_total);
+  }
+  return 0;
+}
+
+// "host", "host:port" or "host port" into the URL's authority.
+std::string authority(const std::string& host) {
+  std::string text = host;
+  const std::size_t blank = text.find(' ');
+  if (blank != std::string::npos) text = text.substr(0, blank) + ":" + text.substr(blank + 1);
+  if (std::count(text.begin(), text.end(), ':') > 1 && text.front() != '[') text = "[" + text + "]";
+  return text;
+}
+
+// The last reply line of the host, without its line end.
+std::string last_reply(const std::string& replies) {
+  std::string text = replies;
+  while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.pop_back();
+  const std::size_t start = text.find_last_of('\n');
+  return start == std::string::npos ? text : text.substr(start + 1);
+}
+
+bool contains(const std::string& text, const char* what) {
+  std::string lower = text;
+  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return lower.find(what) != std::string::npos;
+}
+
+std::string to_crlf(std::string_view text) {
+  std::string out;
+  out.reserve(text.size() + text.size() / 40 + 2);
+  for (std::size_t start = 0; start < text.size();) {
+    std::size_t end = text.find('\n', start);
+    if (end == std::string_view::npos) end = text.size();
+    std::string_view line = text.substr(start, end - start);
+    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+    out.append(line);
+    out += "\r\n";
+    start = end + 1;
+  }
+  return out;
+}
+
+std::string from_crlf(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i)
+    if (!(text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')) out += text[i];
+  return out;
+}
+
+enum class Failure { kNone, kStopScript, kThisOnly };
+
+// The host's answer in the system's words, and whether the rest of the script can run.
+Failure explain(CURLcode code, const Transfer& transfer, const std::string& host, int timeout,
+                std::string& why) {
+  const std::string reply = last_reply(transfer.replies);
+  switch (code) {
+    case CURLE_OK:
+      return Failure::kNone;
+    case CURLE_COULDNT_CONNECT:
+    case CURLE_COULDNT_RESOLVE_HOST:
+      why = bilingual("the host " + host + " does not answer (FTP server down or wrong address).",
+                      "l'host " + host + " non risponde (server FTP spento o indirizzo errato).");
+      return Failure::kStopScript;
+    case CURLE_LOGIN_DENIED:
+      why = bilingual(
+          "the host refused the user or the password (check the FTP panel and "
+          "update your password).",
+          "l'host ha rifiutato l'utente o la password (controllare il pannello FTP "
+          "e aggiornare la password).");
+      return Failure::kStopScript;
+    case CURLE_OPERATION_TIMEDOUT:
+      why = bilingual("the host did not answer within " + std::to_string(timeout) + " seconds.",
+                      "l'host non ha risposto entro " + std::to_string(timeout) + " secondi.");
+      return Failure::kStopScript;
+    case CURLE_USE_SSL_FAILED:
+    case CURLE_SSL_CONNECT_ERROR:
+    case CURLE_PEER_FAILED_VERIFICATION:
+    case CURLE_SSL_CACERT_BADFILE:
+      why = bilingual("the secure connection (TLS) to the host failed: ",
+                      "la connessione sicura (TLS) con l'host non e' riuscita: ") +
+            curl_easy_strerror(code);
+      return Failure::kStopScript;
+    case CURLE_PARTIAL_FILE:
+    case CURLE_RECV_ERROR:
+    case CURLE_SEND_ERROR:
+    case CURLE_GOT_NOTHING:
+    case CURLE_FTP_WEIRD_SERVER_REPLY:
+    case CURLE_FTP_WEIRD_PASV_REPLY:
+    case CURLE_FTP_WEIRD_227_FORMAT:
+    case CURLE_FTP_ACCEPT_TIMEOUT:
+    case CURLE_FTP_CANT_GET_HOST:
+      why = bilingual("the connection to the host was dropped in the middle of the transfer.",
+                      "la connessione con l'host si e' interrotta durante il trasferimento.");
+      return Failure::kStopScript;
+    default:
+      break;
+  }
+  if (!reply.empty()) {
+    if (contains(reply, "allocated") || reply.rfind("450", 0) == 0)
+      why = bilingual("the data set is in use on the host (", "il data set e' in uso sull'host (") +
+            reply + ").";
+    else if (contains(reply, "not found"))
+      why = bilingual("the library does not exist on the host (",
+                      "la libreria non esiste sull'host (") +
+            reply + ").";
+    else
+      why = bilingual("the host answered: ", "l'host ha risposto: ") + reply;
+  } else {
+    why = curl_easy_strerror(code);
+  }
+  return Failure::kThisOnly;
+}
+
+class Session {
+ public:
+  Session(const FtpScript& script, const HostOptions& options, const TransferProgress& progress)
+      : script_(script), options_(options), progress_(progress), curl_(curl_easy_init()) {
+    const char* scheme = options.tls == HostOptions::Tls::kImplicit ? "ftps://" : "ftp://";
+    base_ = scheme + authority(script.host) + "/";
+  }
+  ~Session() {
+    if (curl_) curl_easy_cleanup(curl_);
+  }
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  // Sets what every request shares and `path` as its target.
+  void prepare(Transfer& transfer, const std::string& path) {
+    curl_easy_reset(curl_);
+    char* escaped = curl_easy_escape(curl_, path.c_str(), static_cast<int>(path.size()));
+    const std::string url = base_ + (escaped ? escaped : "");
+    curl_free(escaped);
+    curl_easy_setopt(curl_, CURLOPT_URL, url.c_str());
+    curl_easy_setopt(curl_, CURLOPT_USERNAME, script_.user.c_str());
+    curl_easy_setopt(curl_, CURLOPT_PASSWORD, script_.password.c_str());
+    curl_easy_setopt(curl_, CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_NOCWD));
+    curl_easy_setopt(curl_, CURLOPT_TRANSFERTEXT, 1L);
+    curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
+    const long timeout = options_.timeout_seconds;
+    curl_easy_setopt(curl_, CURLOPT_CONNECTTIMEOUT, timeout);
+    curl_easy_setopt(curl_, CURLOPT_SERVER_RESPONSE_TIMEOUT, timeout);
+    curl_easy_setopt(curl_, CURLOPT_ACCEPTTIMEOUT_MS, timeout * 1000);
+    curl_easy_setopt(curl_, CURLOPT_LOW_SPEED_LIMIT, 1L);
+    curl_easy_setopt(curl_, CURLOPT_LOW_SPEED_TIME, timeout);
+    if (options_.tls == HostOptions::Tls::kExplicit)
+      curl_easy_setopt(curl_, CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_ALL));
+    if (options_.tls != HostOptions::Tls::kOff) {
+      curl_easy_setopt(curl_, CURLOPT_FTP_SSL_CCC, static_cast<long>(CURLFTPSSL_CCC_NONE));
+      if (!options_.ca_file.empty())
+        curl_easy_setopt(curl_, CURLOPT_CAINFO, options_.ca_file.c_str());
+    }
+    curl_easy_setopt(curl_, CURLOPT_HEADERFUNCTION, on_reply);
+    curl_easy_setopt(curl_, CURLOPT_HEADERDATA, &transfer);
+    curl_easy_setopt(curl_, CURLOPT_NOPROGRESS, 0L);
+    curl_easy_setopt(curl_, CURLOPT_XFERINFOFUNCTION, on_progress);
+    curl_easy_setopt(curl_, CURLOPT_XFERINFODATA, &transfer);
+    transfer.progress = &progress_;
+  }
+
+  CURLcode perform() { return curl_easy_perform(curl_); }
+  CURL* handle() { return curl_; }
+  const std::string& host() const { return script_.host; }
+
+ private:
+  const FtpScript& script_;
+  const HostOptions& options_;
+  const TransferProgress& progress_;
+  CURL* curl_;
+  std::string base_;
+};
+
+void init_curl() {
+  static std::once_flag once;
+  std::call_once(once, [] { curl_global_init(CURL_GLOBAL_DEFAULT); });
+}
+
+}  // namespace
+
+bool ScriptOutcome::all_done(const FtpScript& script) const {
+  for (std::size_t i = 0; i < outcomes.size() && i < script.commands.size(); ++i) {
+    const TransferOutcome& outcome = outcomes[i];
+    if (outcome.kind == TransferOutcome::kDone) continue;
+    if (outcome.kind != TransferOutcome::kNoMember) return false;
+    bool sent_later = false;
+    for (std::size_t j = i + 1; j < script.commands.size(); ++j)
+      sent_later |= script.commands[j].kind == FtpCommand::kSend &&
+                    script.commands[j].remote == script.commands[i].remote;
+    if (!sent_later) return false;
+  }
+  return outcomes.size() >= script.commands.size();
+}
+
+ScriptOutcome run_ftp_script(const FtpScript& script, const HostOptions& options,
+                             const TransferProgress& progress) {
+  init_curl();
+  ScriptOutcome result;
+  Session session(script, options, progress);
+  // The backup each member got in this script: its file, or "" for no member on the host;
+  // a member whose recv failed is missing here and marked unsafe.
+  std::map<std::string, std::string> backups;
+  std::map<std::string, bool> unsafe;
+  bool stopped = false;
+  bool site_sent = false;
+  std::string stop_reason;
+  if (!session.handle()) stopped = true, stop_reason = "libcurl";
+
+  for (const FtpCommand& command : script.commands) {
+    TransferOutcome outcome;
+    const bool receive = command.kind == FtpCommand::kRecv;
+    const std::string what = receive ? bilingual("Fetching ", "Prelievo di ") + command.remote +
+                                           bilingual(" into ", " in ") + command.local
+                                     : bilingual("Sending ", "Invio di ") + command.local +
+                                           bilingual(" to ", " a ") + command.remote;
+    if (stopped) {
+      outcome.kind = TransferOutcome::kSkipped;
+      outcome.message = what + bilingual(": not tried, ", ": non tentato, ") + stop_reason;
+      result.outcomes.push_back(outcome);
+      continue;
+    }
+    if (!receive && unsafe[command.remote]) {
+      outcome.kind = TransferOutcome::kSkipped;
+      outcome.message =
+          what +
+          bilingual(
+              ": NOT sent, because the member on the host could not be saved first as a backup. "
+              "The member on the host is untouched.",
+              ": NON inviato, perche' il membro sull'host non e' stato prima salvato come backup. "
+              "Il membro sull'host e' intatto.");
+      result.outcomes.push_back(outcome);
+      continue;
+    }
+    Transfer transfer;
+    transfer.command = &command;
+    std::string why;
+    Failure failure = Failure::kNone;
+    if (!receive) {
+      FileRead local = disk().read(command.local);
+      if (local.status != FileRead::kRead) {
+        why = bilingual("I cannot find the following file:\n", "Non trovo il seguente file :\n") +
+              command.local;
+        failure = Failure::kThisOnly;
+      } else if (Status lines = check_host_lines(command.local, local.text, options.line_limit(),
+                                                 options.code_pages);
+                 !lines) {
+        why = lines.message();
+        failure = Failure::kThisOnly;
+      } else {
+        transfer.data = to_crlf(local.text);
+      }
+      const std::string site = options.site_parameters();
+      if (failure == Failure::kNone && !site.empty() && !site_sent) {
+        Transfer quote;
+        session.prepare(quote, "");
+        curl_slist* commands = curl_slist_append(nullptr, site.c_str());
+        curl_easy_setopt(session.handle(), CURLOPT_QUOTE, commands);
+        curl_easy_setopt(session.handle(), CURLOPT_NOBODY, 1L);
+        const CURLcode code = session.perform();
+        curl_slist_free_all(commands);
+        failure = explain(code, quote, session.host(), options.timeout_seconds, why);
+        if (failure == Failure::kNone &&
+            (contains(quote.replies, "unrecognized") || contains(quote.replies, "invalid"))) {
+          why = bilingual("the host refused the SITE parameters \"",
+                          "l'host ha rifiutato i parametri SITE \"") +
+                site + "\":\n" + quote.replies;
+          failure = Failure::kThisOnly;
+        }
+        site_sent = failure == Failure::kNone;
+      }
+    }
+    if (failure == Failure::kNone) {
+      session.prepare(transfer, command.remote);
+      if (receive) {
+        curl_easy_setopt(session.handle(), CURLOPT_WRITEFUNCTION, on_data);
+        curl_easy_setopt(session.handle(), CURLOPT_WRITEDATA, &transfer);
+      } else {
+        curl_easy_setopt(session.handle(), CURLOPT_UPLOAD, 1L);
+        curl_easy_setopt(session.handle(), CURLOPT_READFUNCTION, on_read);
+        curl_easy_setopt(session.handle(), CURLOPT_READDATA, &transfer);
+        curl_easy_setopt(session.handle(), CURLOPT_INFILESIZE_LARGE,
+                         static_cast<curl_off_t>(transfer.data.size()));
+      }
+      const CURLcode code = session.perform();
+      if (receive && code == CURLE_REMOTE_FILE_NOT_FOUND &&
+          contains(last_reply(transfer.replies), "nonexistent member")) {
+        outcome.kind = TransferOutcome::kNoMember;
+        outcome.message = what + bilingual(": the member does not exist on the host.",
+                                           ": il membro non esiste sull'host.");
+        backups[command.remote] = "";
+        result.outcomes.push_back(outcome);
+        continue;
+      }
+      failure = explain(code, transfer, session.host(), options.timeout_seconds, why);
+      if (failure == Failure::kNone && !receive && contains(transfer.replies, "truncated")) {
+        why = bilingual("the host cut lines longer than the record length (",
+                        "l'host ha troncato le righe piu' lunghe del record (") +
+              last_reply(transfer.replies) + ").";
+        failure = Failure::kThisOnly;
+      }
+      if (failure == Failure::kNone && receive) {
+        FileWrite written = disk().replace(command.local, from_crlf(transfer.data));
+        if (!written.ok()) {
+          why = bilingual("the file could not be written (disk full or protected): ",
+                          "il file non e' stato scritto (disco pieno o protetto): ") +
+                command.local + (written.error.empty() ? "" : " (" + written.error + ")");
+          failure = Failure::kThisOnly;
+        }
+      }
+    }
+    if (failure == Failure::kNone) {
+      outcome.kind = TransferOutcome::kDone;
+      if (receive) backups[command.remote] = command.local;
+      result.outcomes.push_back(outcome);
+      continue;
+    }
+    outcome.kind = TransferOutcome::kFailed;
+    outcome.message = what + bilingual(" failed: ", " non riuscito: ") + why;
+    if (receive) {
+      unsafe[command.remote] = true;
+    } else if (auto backup = backups.find(command.remote);
+               backup != backups.end() && !backup->second.empty()) {
+      outcome.message +=
+          bilingual(
+              "\nThe member on the host may be lost or incomplete: its previous version is kept in "
+              "the backup ",
+              "\nIl membro sull'host potrebbe essere perso o incompleto: la versione precedente e' "
+              "nel backup ") +
+          backup->second;
+    }
+    if (failure == Failure::kStopScript) {
+      stopped = true;
+      stop_reason = why;
+    }
+    result.outcomes.push_back(outcome);
+  }
+  return result;
+}
+
+}  // namespace quorva

@@ -45,6 +45,8 @@ class HostDTP(DTPHandler):
                 records = stored.read().split(b"\n")
             if records and records[-1] == b"":
                 records.pop()
+            # TYPE A: the records arrive with CRLF ends.
+            records = [r[:-1] if r.endswith(b"\r") else r for r in records]
             truncated = any(len(r) > channel.lrecl for r in records)
             records = [r[:channel.lrecl] for r in records]
             if not channel.trailing_blanks:
@@ -74,7 +76,7 @@ class HostHandler(FTPHandler):
         for word in arg.split():
             key, _, value = word.partition("=")
             key = key.upper()
-            if key not in KNOWN_SITE:
+            if key not in KNOWN_SITE or (key == "SBDATACONN" and "9999" in value):
                 lines.append("200-Unrecognized parameter '%s' on SITE command." % word)
             elif key == "LRECL" and value.isdigit():
                 self.lrecl = int(value)

@@ -58,7 +58,6 @@ HostOptions read_host_options() {
                 : tls == "EXPLICIT" || tls == "ON" ? HostOptions::Tls::kExplicit
                                                    : HostOptions::Tls::kOff;
   options.ca_file = read_config(kHostCaFileKey).value_or("");
-  options.ask_password = config_switch(kAskPasswordKey);
   return options;
 }
 

@@ -16,7 +16,6 @@ struct HostOptions {
   int timeout_seconds = 60;
   Tls tls = Tls::kOff;
   std::string ca_file;
-  bool ask_password = false;
 
   /// The longest line a member can hold: LRECL, less the record descriptor for RECFM V.
   int line_limit() const;

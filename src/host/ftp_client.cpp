@@ -3,6 +3,7 @@
 #include <curl/curl.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstring>
 #include <map>
 #include <mutex>
@@ -26,6 +27,11 @@ struct Transfer {
   std::size_t sent = 0;
   const FtpCommand* command = nullptr;
   const TransferProgress* progress = nullptr;
+  long timeout_seconds = 60;
+  // The last time bytes moved, and how many had moved by then.
+  std::chrono::steady_clock::time_point last_move = std::chrono::steady_clock::now();
+  curl_off_t moved = 0;
+  bool timed_out = false;
 };
 
 std::size_t on_reply(char* text, std::size_t size, std::size_t count, void* user) {
@@ -49,6 +55,14 @@ std::size_t on_read(char* buffer, std::size_t size, std::size_t count, void* use
 int on_progress(void* user, curl_off_t down_total, curl_off_t down_now, curl_off_t up_total,
                 curl_off_t up_now) {
   auto* transfer = static_cast<Transfer*>(user);
+  const auto now = std::chrono::steady_clock::now();
+  if (down_now + up_now != transfer->moved) {
+    transfer->moved = down_now + up_now;
+    transfer->last_move = now;
+  } else if (now - transfer->last_move > std::chrono::seconds(transfer->timeout_seconds)) {
+    transfer->timed_out = true;
+    return 1;  // the host has been silent too long
+  }
   if (transfer->progress && *transfer->progress && transfer->command) {
     if (transfer->command->kind == FtpCommand::kRecv)
       (*transfer->progress)(*transfer->command, down_now, down_total);
@@ -125,6 +139,7 @@ Failure explain(CURLcode code, const Transfer& transfer, const std::string& host
           "l'host ha rifiutato l'utente o la password (controllare il pannello FTP "
           "e aggiornare la password).");
       return Failure::kStopScript;
+    case CURLE_ABORTED_BY_CALLBACK:
     case CURLE_OPERATION_TIMEDOUT:
       why = bilingual("the host did not answer within " + std::to_string(timeout) + " seconds.",
                       "l'host non ha risposto entro " + std::to_string(timeout) + " secondi.");
@@ -192,13 +207,15 @@ class Session {
     curl_easy_setopt(curl_, CURLOPT_PASSWORD, script_.password.c_str());
     curl_easy_setopt(curl_, CURLOPT_FTP_FILEMETHOD, static_cast<long>(CURLFTPMETHOD_NOCWD));
     curl_easy_setopt(curl_, CURLOPT_TRANSFERTEXT, 1L);
+    // PASV, which every z/OS server answers; with EPSV libcurl waited up to a second
+    // before each data connection.
+    curl_easy_setopt(curl_, CURLOPT_FTP_USE_EPSV, 0L);
     curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
     const long timeout = options_.timeout_seconds;
-    curl_easy_setopt(curl_, CURLOPT_CONNECTTIMEOUT, timeout);
-    curl_easy_setopt(curl_, CURLOPT_SERVER_RESPONSE_TIMEOUT, timeout);
-    curl_easy_setopt(curl_, CURLOPT_ACCEPTTIMEOUT_MS, timeout * 1000);
-    curl_easy_setopt(curl_, CURLOPT_LOW_SPEED_LIMIT, 1L);
-    curl_easy_setopt(curl_, CURLOPT_LOW_SPEED_TIME, timeout);
+    // The time-out is kept by the progress callback, which libcurl calls in every phase:
+    // libcurl's own connect and low-speed timers hold each data connection back by up to
+    // a second.
+    transfer.timeout_seconds = timeout;
     if (options_.tls == HostOptions::Tls::kExplicit)
       curl_easy_setopt(curl_, CURLOPT_USE_SSL, static_cast<long>(CURLUSESSL_ALL));
     if (options_.tls != HostOptions::Tls::kOff) {

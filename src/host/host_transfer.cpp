@@ -3,6 +3,7 @@
 #include "host/ftp_script.h"
 #include "host/host_lines.h"
 #include "host/host_options.h"
+#include "host/sent_record.h"
 #include "port/user_interface.h"
 #include "store/config_file.h"
 #include "store/key2value_file.h"
@@ -55,6 +56,37 @@ std::string not_completed_message(int status) {
                    "sono stati eseguiti.");
 }
 
+// A member Quorva sent before is looked at first: when it was changed on the host since,
+// the person sees how and decides. False when the send must not go ahead.
+bool changed_member_accepted(const UserData& user, const std::string& remote,
+                             const std::string& program_text, const TransferRunner& run) {
+  std::optional<std::string> sent = last_sent(remote);
+  if (!sent) return true;
+  const std::string scratch = "temp/FtpCheck.tmp";
+  if (!remove_if_present(scratch, false)) return true;
+  if (!write_ftp_script(
+          download_script(user.ipaddress, user.tsouser, user.pswtso, {{remote, scratch}})))
+    return true;  // the send's own script will fail and say why
+  run_and_clean(run);
+  FileRead host = disk().read(scratch);
+  (void)remove_if_present(scratch, false);
+  if (host.status != FileRead::kRead || member_fingerprint(host.text) == *sent) return true;
+  if (ui().ask_yes_no("FTP", bilingual("The member " + remote +
+                                           " was changed on the host since Quorva last sent "
+                                           "it.\nDo you want to see the differences ?",
+                                       "Il membro " + remote +
+                                           " e' stato modificato sull'host dopo l'ultimo invio "
+                                           "di Quorva.\nVuoi vedere le differenze ?")))
+    Mostra_popup(
+        bilingual("- on the host, + in the program:\n", "- sull'host, + nel programma:\n") +
+        line_diff(host.text, program_text));
+  return ui().ask_yes_no(
+      "FTP", bilingual("Do you want to overwrite the member changed on the host ?\n(A backup of "
+                       "it is fetched first.)",
+                       "Vuoi sovrascrivere il membro modificato sull'host ?\n(Prima ne viene "
+                       "scaricato un backup.)"));
+}
+
 }  // namespace
 
 Status send_program(const TransferRunner& run) {
@@ -74,9 +106,16 @@ Status send_program(const TransferRunner& run) {
     return shown_failure(lines.message() + bilingual("\nThe program was not sent.",
                                                      "\nIl programma non e' stato inviato."));
 
+  const std::string remote = remote_member(user->tsolibrary, *program);
+  if (!changed_member_accepted(*user, remote, text.text, run))
+    return shown_failure(
+        bilingual("The program was not sent: the member on the host is left as "
+                  "it is.",
+                  "Il programma non e' stato inviato: il membro sull'host resta "
+                  "com'e'."));
   const std::string backup = backup_name(folder, *program);
-  const std::string script = send_script(user->ipaddress, user->tsouser, user->pswtso,
-                                         remote_member(user->tsolibrary, *program), local, backup);
+  const std::string script =
+      send_script(user->ipaddress, user->tsouser, user->pswtso, remote, local, backup);
   if (Status written = write_ftp_script(script); !written) return written;
   const int status = run_and_clean(run);
 
@@ -88,6 +127,9 @@ Status send_program(const TransferRunner& run) {
                            "\nLa versione precedente del membro e' conservata nel backup:\n") +
                  backup;
     outcome = shown_failure(message);
+  } else if (Status recorded = record_sent(remote, text.text); !recorded) {
+    Scrivi_log_dettaglio("Invio non registrato: ", kSentRecordFile, kNoNumber, kNoNumber,
+                         LogKind::kWarning);
   }
   if (disk().exists(backup)) {
     Mostra_popup(bilingual("The file you sent to Host was already existent and produced a "

@@ -136,6 +136,29 @@ TEST(HostTransfer, DclgenDownloadFetchesOnlyNewIncludes) {
             std::string::npos);
 }
 
+TEST(HostTransfer, MemberChangedOnTheHostIsAskedAbout) {
+  HostSetup setup;
+  test::FtpTestServer server(setup.root, "USER01", kPassword);
+  if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
+  setup.user_data(server.address());
+  EXPECT_EQ(setup.home.run("--no send").status, 0);
+  // Sent again unchanged: no question.
+  test::CommandResult again = setup.home.run("--no send");
+  EXPECT_EQ(again.status, 0) << again.output;
+  EXPECT_EQ(again.output.find("changed on the host"), std::string::npos) << again.output;
+  write_text(setup.member, "CHANGED ON HOST\n");
+  test::CommandResult declined = setup.home.run("--no send");
+  EXPECT_EQ(declined.status, 1) << declined.output;
+  EXPECT_NE(declined.output.find("was changed on the host"), std::string::npos) << declined.output;
+  EXPECT_EQ(read_text(setup.member), "CHANGED ON HOST\n");
+  test::CommandResult accepted = setup.home.run("--yes send");
+  EXPECT_EQ(accepted.status, 0) << accepted.output;
+  EXPECT_NE(accepted.output.find("- 1: CHANGED ON HOST"), std::string::npos) << accepted.output;
+  EXPECT_EQ(read_text(setup.member), kNew);
+  EXPECT_FALSE(fs::exists(setup.home.path / "temp/FtpCheck.tmp"));
+  EXPECT_FALSE(fs::exists(setup.home.path / "temp/FtpQuorva.ini"));
+}
+
 TEST(HostTransfer, FullLocalDiskStopsBeforeTheSend) {
   test::TempWorkingFolder folder;
   const fs::path root = folder.path() / "host";

@@ -9,6 +9,7 @@
 #include <mutex>
 
 #include "host/host_lines.h"
+#include "host/host_reply.h"
 #include "tagfile/disk.h"
 #include "tagfile/messages.h"
 
@@ -79,108 +80,6 @@ std::string authority(const std::string& host) {
   if (blank != std::string::npos) text = text.substr(0, blank) + ":" + text.substr(blank + 1);
   if (std::count(text.begin(), text.end(), ':') > 1 && text.front() != '[') text = "[" + text + "]";
   return text;
-}
-
-// The last reply line of the host, without its line end.
-std::string last_reply(const std::string& replies) {
-  std::string text = replies;
-  while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.pop_back();
-  const std::size_t start = text.find_last_of('\n');
-  return start == std::string::npos ? text : text.substr(start + 1);
-}
-
-bool contains(const std::string& text, const char* what) {
-  std::string lower = text;
-  for (char& c : lower) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return lower.find(what) != std::string::npos;
-}
-
-std::string to_crlf(std::string_view text) {
-  std::string out;
-  out.reserve(text.size() + text.size() / 40 + 2);
-  for (std::size_t start = 0; start < text.size();) {
-    std::size_t end = text.find('\n', start);
-    if (end == std::string_view::npos) end = text.size();
-    std::string_view line = text.substr(start, end - start);
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    out.append(line);
-    out += "\r\n";
-    start = end + 1;
-  }
-  return out;
-}
-
-std::string from_crlf(std::string_view text) {
-  std::string out;
-  out.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i)
-    if (!(text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')) out += text[i];
-  return out;
-}
-
-enum class Failure { kNone, kStopScript, kThisOnly };
-
-// The host's answer in the system's words, and whether the rest of the script can run.
-Failure explain(CURLcode code, const Transfer& transfer, const std::string& host, int timeout,
-                std::string& why) {
-  const std::string reply = last_reply(transfer.replies);
-  switch (code) {
-    case CURLE_OK:
-      return Failure::kNone;
-    case CURLE_COULDNT_CONNECT:
-    case CURLE_COULDNT_RESOLVE_HOST:
-      why = bilingual("the host " + host + " does not answer (FTP server down or wrong address).",
-                      "l'host " + host + " non risponde (server FTP spento o indirizzo errato).");
-      return Failure::kStopScript;
-    case CURLE_LOGIN_DENIED:
-      why = bilingual(
-          "the host refused the user or the password (check the FTP panel and "
-          "update your password).",
-          "l'host ha rifiutato l'utente o la password (controllare il pannello FTP "
-          "e aggiornare la password).");
-      return Failure::kStopScript;
-    case CURLE_ABORTED_BY_CALLBACK:
-    case CURLE_OPERATION_TIMEDOUT:
-      why = bilingual("the host did not answer within " + std::to_string(timeout) + " seconds.",
-                      "l'host non ha risposto entro " + std::to_string(timeout) + " secondi.");
-      return Failure::kStopScript;
-    case CURLE_USE_SSL_FAILED:
-    case CURLE_SSL_CONNECT_ERROR:
-    case CURLE_PEER_FAILED_VERIFICATION:
-    case CURLE_SSL_CACERT_BADFILE:
-      why = bilingual("the secure connection (TLS) to the host failed: ",
-                      "la connessione sicura (TLS) con l'host non e' riuscita: ") +
-            curl_easy_strerror(code);
-      return Failure::kStopScript;
-    case CURLE_PARTIAL_FILE:
-    case CURLE_RECV_ERROR:
-    case CURLE_SEND_ERROR:
-    case CURLE_GOT_NOTHING:
-    case CURLE_FTP_WEIRD_SERVER_REPLY:
-    case CURLE_FTP_WEIRD_PASV_REPLY:
-    case CURLE_FTP_WEIRD_227_FORMAT:
-    case CURLE_FTP_ACCEPT_TIMEOUT:
-    case CURLE_FTP_CANT_GET_HOST:
-      why = bilingual("the connection to the host was dropped in the middle of the transfer.",
-                      "la connessione con l'host si e' interrotta durante il trasferimento.");
-      return Failure::kStopScript;
-    default:
-      break;
-  }
-  if (!reply.empty()) {
-    if (contains(reply, "allocated") || reply.rfind("450", 0) == 0)
-      why = bilingual("the data set is in use on the host (", "il data set e' in uso sull'host (") +
-            reply + ").";
-    else if (contains(reply, "not found"))
-      why = bilingual("the library does not exist on the host (",
-                      "la libreria non esiste sull'host (") +
-            reply + ").";
-    else
-      why = bilingual("the host answered: ", "l'host ha risposto: ") + reply;
-  } else {
-    why = curl_easy_strerror(code);
-  }
-  return Failure::kThisOnly;
 }
 
 class Session {
@@ -330,7 +229,7 @@ ScriptOutcome run_ftp_script(const FtpScript& script, const HostOptions& options
         curl_easy_setopt(session.handle(), CURLOPT_NOBODY, 1L);
         const CURLcode code = session.perform();
         curl_slist_free_all(commands);
-        failure = explain(code, quote, session.host(), options.timeout_seconds, why);
+        failure = explain(code, quote.replies, session.host(), options.timeout_seconds, why);
         if (failure == Failure::kNone &&
             (contains(quote.replies, "unrecognized") || contains(quote.replies, "invalid"))) {
           why = bilingual("the host refused the SITE parameters \"",
@@ -363,7 +262,7 @@ ScriptOutcome run_ftp_script(const FtpScript& script, const HostOptions& options
         result.outcomes.push_back(outcome);
         continue;
       }
-      failure = explain(code, transfer, session.host(), options.timeout_seconds, why);
+      failure = explain(code, transfer.replies, session.host(), options.timeout_seconds, why);
       if (failure == Failure::kNone && !receive && contains(transfer.replies, "truncated")) {
         why = bilingual("the host cut lines longer than the record length (",
                         "l'host ha troncato le righe piu' lunghe del record (") +

@@ -18,6 +18,7 @@ const char* transfer_batch_name() {
 }
 
 int run_transfer_batch() {
+  if (::access(transfer_batch_name(), R_OK) != 0) return -1;  // a working folder made before it
   // The batch calls this same program back; it finds it through QUORVA_EXE.
   char self[PATH_MAX];
   const ssize_t length = ::readlink("/proc/self/exe", self, sizeof self - 1);

@@ -11,6 +11,7 @@ const char* transfer_batch_name() {
 }
 
 int run_transfer_batch() {
+  if (::GetFileAttributesA(transfer_batch_name()) == INVALID_FILE_ATTRIBUTES) return -1;
   wchar_t self[MAX_PATH];
   const DWORD length = ::GetModuleFileNameW(nullptr, self, MAX_PATH);
   if (length > 0 && length < MAX_PATH) ::SetEnvironmentVariableW(L"QUORVA_EXE", self);

@@ -48,9 +48,12 @@ int run_and_clean(const TransferRunner& run) {
 std::string not_completed_message(int status) {
   if (status < 0)
     return bilingual(std::string("I cannot start the transfer batch ") + transfer_batch_name() +
-                         " of the working folder.",
+                         " of the working folder (missing? \"quorva init\" on a new folder "
+                         "writes it).",
                      std::string("Impossibile avviare il batch di trasferimento ") +
-                         transfer_batch_name() + " della cartella di lavoro.");
+                         transfer_batch_name() +
+                         " della cartella di lavoro (manca? \"quorva init\" su una cartella "
+                         "nuova lo scrive).");
   return bilingual("The FTP transfer did not complete: not every transfer asked was done.",
                    "Il trasferimento FTP non e' terminato: non tutti i trasferimenti richiesti "
                    "sono stati eseguiti.");

@@ -1,5 +1,8 @@
 #include <CLI/CLI.hpp>
 
+#include <termios.h>
+#include <unistd.h>
+
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -58,6 +61,29 @@ int run_script(const std::string& file) {
   return outcome.all_done(*script) ? kOk : kFailed;
 }
 
+// With FTP_ASK_PASSWORD on, the password is typed for this transfer (not echoed on a
+// terminal, one line of standard input otherwise); nullopt when the option is off.
+std::optional<std::string> typed_password() {
+  if (!config_switch(kAskPasswordKey)) return std::nullopt;
+  const bool terminal = ::isatty(STDIN_FILENO) == 1;
+  termios saved{};
+  if (terminal) {
+    std::cerr << bilingual("TSO password: ", "Password TSO: ") << std::flush;
+    ::tcgetattr(STDIN_FILENO, &saved);
+    termios quiet = saved;
+    quiet.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    ::tcsetattr(STDIN_FILENO, TCSANOW, &quiet);
+  }
+  std::string line;
+  std::getline(std::cin, line);
+  if (terminal) {
+    ::tcsetattr(STDIN_FILENO, TCSANOW, &saved);
+    std::cerr << '\n';
+  }
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  return line;
+}
+
 }  // namespace
 
 void add_host_commands(CLI::App& app, Cli& cli) {
@@ -65,7 +91,10 @@ void add_host_commands(CLI::App& app, Cli& cli) {
       app.add_subcommand("send",
                          "Send the current program to its member of the TSO library by FTP, after "
                          "fetching the member already there as a backup (NAME_n.BKP)");
-  send->callback([&cli] { cli.run_in_working_folder([] { return exit_status(send_program()); }); });
+  send->callback([&cli] {
+    cli.run_in_working_folder(
+        [] { return exit_status(send_program(run_transfer_batch, typed_password())); });
+  });
 
   auto* run = app.add_subcommand(
       "ftp-run",
@@ -100,7 +129,7 @@ void add_host_commands(CLI::App& app, Cli& cli) {
         } else {
           chosen = read_config(kDclgenLibraryKey).value_or("");
         }
-        return exit_status(download_dclgens(chosen));
+        return exit_status(download_dclgens(chosen, run_transfer_batch, typed_password()));
       });
     });
   }

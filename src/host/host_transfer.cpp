@@ -18,8 +18,9 @@ namespace quorva {
 namespace {
 
 // The user data a transfer needs; refused, with the message shown, when any is missing.
-Result<UserData> transfer_user_data() {
+Result<UserData> transfer_user_data(const std::optional<std::string>& password) {
   UserData data = read_user_data();
+  if (password) data.pswtso = has_line_break(*password) ? "" : *password;
   if (data.ipaddress.empty() || data.tsouser.empty() || data.pswtso.empty() ||
       data.tsolibrary.empty() || data.sourcedirectory.empty()) {
     const std::string message = bilingual(
@@ -92,8 +93,8 @@ bool changed_member_accepted(const UserData& user, const std::string& remote,
 
 }  // namespace
 
-Status send_program(const TransferRunner& run) {
-  Result<UserData> user = transfer_user_data();
+Status send_program(const TransferRunner& run, const std::optional<std::string>& password) {
+  Result<UserData> user = transfer_user_data(password);
   if (!user) return user.status();
   std::optional<std::string> program = read_program_name(true);
   if (!program) return Status::failure("");  // already said
@@ -195,8 +196,9 @@ std::string missing_dclgen_message(const std::string& path) {
              "\n - Usare l'HELP Avanzato.");
 }
 
-Status download_dclgens(const std::string& library, const TransferRunner& run) {
-  Result<UserData> user = transfer_user_data();
+Status download_dclgens(const std::string& library, const TransferRunner& run,
+                        const std::optional<std::string>& password) {
+  Result<UserData> user = transfer_user_data(password);
   if (!user) return user.status();
   if (library.empty() || has_line_break(library))
     return shown_failure(bilingual("The library of the DCLGEN members is not set.",

@@ -205,7 +205,7 @@ std::optional<std::string> AdvancedOptions::host_option_refusal(const std::strin
     good = number_within(1, 3600);
   else if (key == kHostRecfmKey)
     good = one_of({"F", "FB", "FBA", "FA", "V", "VB", "VBA", "VA", "U"});
-  else if (key == kHostTrailingBlanksKey)
+  else if (key == kHostTrailingBlanksKey || key == kAskPasswordKey)
     good = one_of({"ON", "OFF", "on", "off"});
   else if (key == kHostTlsKey)
     good = one_of({"OFF", "EXPLICIT", "IMPLICIT"});

@@ -44,10 +44,12 @@ constexpr int kDefaultHostTimeout = 60;
 constexpr const char* kHostTlsKey = "FTP_TLS";
 /// A CA file for the host's certificate; the system's store when missing.
 constexpr const char* kHostCaFileKey = "FTP_CA_FILE";
+/// Yes/no: the password is typed at each transfer; the one of User.dat is not used.
+constexpr const char* kAskPasswordKey = "FTP_ASK_PASSWORD";
 /// The host keys, in the order the FTP page shows them.
 constexpr const char* kHostKeys[] = {
-    kHostLreclKey,    kHostRecfmKey,   kHostBlksizeKey, kHostTrailingBlanksKey,
-    kHostCodePageKey, kHostTimeoutKey, kHostTlsKey,     kHostCaFileKey};
+    kHostLreclKey,   kHostRecfmKey, kHostBlksizeKey, kHostTrailingBlanksKey, kHostCodePageKey,
+    kHostTimeoutKey, kHostTlsKey,   kHostCaFileKey,  kAskPasswordKey};
 /// The use counter, raised by every generation.
 constexpr const char* kUseCounterKey = "QVjoined";
 

@@ -159,6 +159,26 @@ TEST(HostTransfer, MemberChangedOnTheHostIsAskedAbout) {
   EXPECT_FALSE(fs::exists(setup.home.path / "temp/FtpQuorva.ini"));
 }
 
+TEST(HostTransfer, PasswordTypedAtEachTransfer) {
+  HostSetup setup;
+  test::FtpTestServer server(setup.root, "USER01", kPassword);
+  if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
+  setup.user_data(server.address(), "KEPTPW");  // not the host's: it must not be used
+  setup.option("FTP_ASK_PASSWORD=ON");
+  auto send_typing = [&setup](const std::string& typed) {
+    return test::run_command("echo " + typed + " | " + test::shell_quote(QUORVA_BINARY) +
+                             " --home " + test::shell_quote(setup.home.path.string()) +
+                             " --no send");
+  };
+  test::CommandResult wrong = send_typing("NOTIT");
+  EXPECT_EQ(wrong.status, 1) << wrong.output;
+  EXPECT_NE(wrong.output.find("refused the user or the password"), std::string::npos);
+  test::CommandResult right = send_typing(kPassword);
+  EXPECT_EQ(right.status, 0) << right.output;
+  EXPECT_EQ(read_text(setup.member), kNew);
+  EXPECT_EQ(setup.everything_but_user_data(right.output).find(kPassword), std::string::npos);
+}
+
 TEST(HostTransfer, FullLocalDiskStopsBeforeTheSend) {
   test::TempWorkingFolder folder;
   const fs::path root = folder.path() / "host";

@@ -60,7 +60,7 @@ struct SendCase {
   const char* option;   // a QVconfig line, or ""
   const char* program;  // the program's text, nullptr: kNew
   int status;
-  const char* member_after;  // "old", "new" or "empty" (the host emptied it)
+  const char* member_after;  // "old", "new", "empty" (the host emptied it), "cut" (truncated)
   bool backup;
   const char* says;
 };
@@ -80,6 +80,8 @@ TEST(HostTransfer, SendNeverLosesTheMember) {
        "within 1 seconds"},
       {"line past LRECL", "", 0, true, false, "", too_long.c_str(), 1, "old", false,
        "line 1, column 81"},
+      {"cut by the host", "", 0, true, false, "FTP_LRECL=100", too_long.c_str(), 1, "cut", true,
+       "cut lines longer than the record length"},
       {"SITE accepted", "", 0, true, false, "FTP_RECFM=FB", nullptr, 0, "new", true, ""},
       {"SITE refused", "", 0, true, false, "FTP_SBDATACONN=IBM-9999/ISO8859-1", nullptr, 1, "old",
        true, "Unrecognized parameter"},
@@ -99,7 +101,8 @@ TEST(HostTransfer, SendNeverLosesTheMember) {
     EXPECT_EQ(run.status, c.status) << run.output;
     EXPECT_NE(run.output.find(c.says), std::string::npos) << run.output;
     const std::string after = read_text(setup.member);
-    const std::string want = std::string(c.member_after) == "new"   ? kNew
+    const std::string want = std::string(c.member_after) == "cut"   ? std::string(80, 'X') + "\n"
+                             : std::string(c.member_after) == "new" ? kNew
                              : std::string(c.member_after) == "old" ? (c.member_before ? kOld : "")
                                                                     : "";
     EXPECT_EQ(after, want);

@@ -1,6 +1,6 @@
 """A small FTP server on 127.0.0.1 that answers as a z/OS FTP server does for what Quorva
 uses: 'HLQ.LIB(MEMBER)' names mapped to ROOT/HLQ.LIB/MEMBER, the host's 550 and 450 replies,
-records past LRECL truncated, trailing blanks dropped unless SITE TRAILINGBLANKS, SITE
+records past LRECL (80: SITE LRECL is for new data sets only) truncated, trailing blanks dropped unless SITE TRAILINGBLANKS, SITE
 answered 200 with "Unrecognized parameter" lines. One fault can be asked for.
 
 Usage: zos_ftp_server.py ROOT PORT_FILE USER PASSWORD [FAULT [SECONDS]]
@@ -78,8 +78,6 @@ class HostHandler(FTPHandler):
             key = key.upper()
             if key not in KNOWN_SITE or (key == "SBDATACONN" and "9999" in value):
                 lines.append("200-Unrecognized parameter '%s' on SITE command." % word)
-            elif key == "LRECL" and value.isdigit():
-                self.lrecl = int(value)
             elif key == "TRAILINGBLANKS":
                 self.trailing_blanks = True
         self.push("".join(l + "\r\n" for l in lines))

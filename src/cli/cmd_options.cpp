@@ -59,8 +59,11 @@ int show_options() {
             << "  ENABLE_PASSWORD_ALERT         (password-alert)           : "
             << flag(options.password_alert) << '\n'
             << "  MONTH_PASSWORD_ALERT                                     : "
-            << options.month_password_alert << '\n'
-            << "Detail Db2\n"
+            << options.month_password_alert << '\n';
+  for (const auto& [key, value] : options.host)
+    std::cout << "  " << key << std::string(key.size() < 30 ? 30 - key.size() : 1, ' ')
+              << "                           : " << latin1_to_utf8(value) << '\n';
+  std::cout << "Detail Db2\n"
             << "  ENABLE_SAVE_DESCR_DB2         (save-db2-descriptions)    : "
             << flag(options.save_descr_db2) << '\n'
             << "  ENABLE_COBOL_VARS_COMPRESSION (compress-cobol-vars)      : "
@@ -73,6 +76,19 @@ int set_options(const std::vector<std::string>& assignments) {
   for (const std::string& assignment : assignments) {
     const std::size_t equals = assignment.find('=');
     auto option = kOptions.find(assignment.substr(0, equals));
+    if (equals != std::string::npos && options.host.count(assignment.substr(0, equals))) {
+      const std::string key = assignment.substr(0, equals);
+      const std::optional<std::string> converted = typed_text(assignment.substr(equals + 1));
+      if (!converted) return kFailed;
+      // Refused here, before anything is written.
+      if (std::optional<std::string> refusal =
+              AdvancedOptions::host_option_refusal(key, *converted)) {
+        Mostra_popup(*refusal);
+        return kFailed;
+      }
+      options.host[key] = *converted;
+      continue;
+    }
     if (equals == std::string::npos || option == kOptions.end()) {
       Mostra_popup(
           "Unknown option (KEY=VALUE expected; see quorva options set --help): " + assignment,
@@ -149,7 +165,12 @@ void add_options_commands(CLI::App& app, Cli& cli) {
       "  ALTERNATIVE_QUORMEM_FILE|template: a .txt file inside Resource/, or \"default\";\n"
       "  TIPS_AND_TRICKS|tips, ENABLE_PASSWORD_ALERT|password-alert,\n"
       "  ENABLE_SAVE_DESCR_DB2|save-db2-descriptions, "
-      "ENABLE_COBOL_VARS_COMPRESSION|compress-cobol-vars: ON or OFF");
+      "ENABLE_COBOL_VARS_COMPRESSION|compress-cobol-vars: ON or OFF;\n"
+      "  host transfer: FTP_LRECL (1-32760, default 80), FTP_RECFM (F, FB, V, VB, ...),\n"
+      "  FTP_BLKSIZE, FTP_TRAILINGBLANKS (ON/OFF), FTP_SBDATACONN (HOST/LOCAL code pages,\n"
+      "  e.g. IBM-1141/ISO8859-1), FTP_TIMEOUT (seconds, default 60), FTP_TLS (OFF,\n"
+      "  EXPLICIT, IMPLICIT), FTP_CA_FILE, FTP_ASK_PASSWORD (ON: typed at each transfer);\n"
+      "  an empty value restores the default");
   set->add_option("KEY=VALUE", *assignments, "Options to change")->required();
   set->callback([&cli, assignments] {
     cli.run_in_working_folder([assignments] { return set_options(*assignments); });

@@ -21,6 +21,8 @@ void add_files_commands(CLI::App& app, Cli& cli);
 void add_db2_commands(CLI::App& app, Cli& cli);
 void add_user_commands(CLI::App& app, Cli& cli);
 void add_options_commands(CLI::App& app, Cli& cli);
+/// send, ftp-run and "dclgen download" (after the dclgen command).
+void add_host_commands(CLI::App& app, Cli& cli);
 
 /// Checks a generated program (empty: the current one) and prints its findings; the exit
 /// status is 0 when there is none, 1 with findings or an unreadable file, 2 with no program.

@@ -63,6 +63,7 @@ AdvancedOptions AdvancedOptions::open() {
   options.alternative_template = options.stored_template_;
   options.password_alert = config_switch(kPasswordAlertKey);
   options.month_password_alert = read_config(kPasswordAlertMonthKey).value_or("");
+  for (const char* key : kHostKeys) options.host[key] = read_config(key).value_or("");
   options.save_descr_db2 = config_switch(kSaveDescriptionsDb2Key);
   options.cobol_vars_compression = config_switch(kCobolVarsCompressionKey);
   return options;
@@ -156,6 +157,13 @@ Result<bool> AdvancedOptions::apply() {
     refused = true;
   }
   refused |= emptied(month_password_alert, kPasswordAlertMonthKey);
+  for (auto& [key, value] : host) {
+    if (std::optional<std::string> refusal = host_option_refusal(key, value)) {
+      Mostra_popup(*refusal);
+      value = read_config(key.c_str()).value_or("");
+      refused = true;
+    }
+  }
 
   TagEdit options = config_edit();
   options.set(kDescriptionBreak.key, descr_break_point);
@@ -166,11 +174,49 @@ Result<bool> AdvancedOptions::apply() {
     options.set(kAlternativeTemplateKey, alternative_template);
   options.set(kPasswordAlertKey, switch_word(password_alert));
   if (!month_password_alert.empty()) options.set(kPasswordAlertMonthKey, month_password_alert);
+  for (const auto& [key, value] : host) options.set_or_remove(key, value);
   options.set(kSaveDescriptionsDb2Key, switch_word(save_descr_db2));
   options.set(kCobolVarsCompressionKey, switch_word(cobol_vars_compression));
   if (Status written = options.apply(true); !written) return written;
   stored_template_ = alternative_template;
   return !clamped && !refused;
+}
+
+std::optional<std::string> AdvancedOptions::host_option_refusal(const std::string& key,
+                                                                const std::string& value) {
+  if (value.empty()) return std::nullopt;
+  auto number_within = [&value](long low, long high) {
+    if (value.size() > 6 || value.find_first_not_of("0123456789") != std::string::npos)
+      return false;
+    const long number = std::stol(value);
+    return number >= low && number <= high;
+  };
+  auto one_of = [&value](std::initializer_list<const char*> words) {
+    for (const char* word : words)
+      if (value == word) return true;
+    return false;
+  };
+  bool good = true;
+  if (key == kHostLreclKey)
+    good = number_within(1, 32760);
+  else if (key == kHostBlksizeKey)
+    good = number_within(0, 32760);
+  else if (key == kHostTimeoutKey)
+    good = number_within(1, 3600);
+  else if (key == kHostRecfmKey)
+    good = one_of({"F", "FB", "FBA", "FA", "V", "VB", "VBA", "VA", "U"});
+  else if (key == kHostTrailingBlanksKey || key == kAskPasswordKey)
+    good = one_of({"ON", "OFF", "on", "off"});
+  else if (key == kHostTlsKey)
+    good = one_of({"OFF", "EXPLICIT", "IMPLICIT"});
+  else if (key == kHostCodePageKey)
+    good =
+        value.find('/') != std::string::npos && value.find_first_of(" ,()'\"") == std::string::npos;
+  good = good && !has_line_break(value);
+  if (good) return std::nullopt;
+  return bilingual("> The FTP option " + key + " is not valid, the previous value is kept:",
+                   "> L'opzione FTP " + key + " non e' valida, resta il valore precedente:") +
+         value;
 }
 
 std::string AdvancedOptions::main_page_warning() {

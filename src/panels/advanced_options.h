@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 
@@ -23,6 +24,9 @@ class AdvancedOptions {
   // FTP Options.
   bool password_alert = false;
   std::string month_password_alert;
+  /// The host keys (FTP_LRECL, FTP_RECFM, ...) as typed; an empty text removes the key, so
+  /// its default holds.
+  std::map<std::string, std::string> host;
   // Detail Db2.
   bool save_descr_db2 = false;
   bool cobol_vars_compression = false;
@@ -51,6 +55,10 @@ class AdvancedOptions {
   /// something was clamped, refused or emptied (what was kept is written all the same); a
   /// failure when the configuration could not be written.
   Result<bool> apply();
+
+  /// Why a host key's text is refused; nullopt when it is acceptable.
+  static std::optional<std::string> host_option_refusal(const std::string& key,
+                                                        const std::string& value);
 
   static std::string main_page_warning();
   static std::string ftp_page_warning();

@@ -25,6 +25,31 @@ constexpr const char* kAutoOwnerDb2Key = "AutoOwner_db2";
 constexpr const char* kPasswordAlertMonthKey = "MONTH_PASSWORD_ALERT";
 constexpr const char* kDclgenLibraryKey = "download_dclgen_lib";
 constexpr const char* kAlternativeTemplateKey = "ALTERNATIVE_QUORMEM_FILE";
+// Host transfer (the FTP page).
+/// Record length of the program library; lines past it are refused before a send.
+constexpr const char* kHostLreclKey = "FTP_LRECL";
+constexpr int kDefaultLrecl = 80;
+/// RECFM and BLKSIZE sent with LRECL as SITE parameters for a new member's library.
+constexpr const char* kHostRecfmKey = "FTP_RECFM";
+constexpr const char* kHostBlksizeKey = "FTP_BLKSIZE";
+/// Yes/no: SITE TRAILINGBLANKS, so that a backup keeps its columns.
+constexpr const char* kHostTrailingBlanksKey = "FTP_TRAILINGBLANKS";
+/// SITE SBDATACONN code pages, "host/local" (e.g. IBM-1141/ISO8859-1); also the page that
+/// decides which characters a program may hold.
+constexpr const char* kHostCodePageKey = "FTP_SBDATACONN";
+/// Seconds the host may stay silent before a transfer is given up.
+constexpr const char* kHostTimeoutKey = "FTP_TIMEOUT";
+constexpr int kDefaultHostTimeout = 60;
+/// "OFF", "EXPLICIT" (AUTH TLS) or "IMPLICIT".
+constexpr const char* kHostTlsKey = "FTP_TLS";
+/// A CA file for the host's certificate; the system's store when missing.
+constexpr const char* kHostCaFileKey = "FTP_CA_FILE";
+/// Yes/no: the password is typed at each transfer; the one of User.dat is not used.
+constexpr const char* kAskPasswordKey = "FTP_ASK_PASSWORD";
+/// The host keys, in the order the FTP page shows them.
+constexpr const char* kHostKeys[] = {
+    kHostLreclKey,   kHostRecfmKey, kHostBlksizeKey, kHostTrailingBlanksKey, kHostCodePageKey,
+    kHostTimeoutKey, kHostTlsKey,   kHostCaFileKey,  kAskPasswordKey};
 /// The use counter, raised by every generation.
 constexpr const char* kUseCounterKey = "QVjoined";
 

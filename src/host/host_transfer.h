@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/batch_run.h"
+#include "port/status.h"
+
+namespace quorva {
+
+/// Sends the current program (source folder + nomeprogr + ".txt") to its member of the TSO
+/// library, after fetching the member already there into the first free NAME_n.BKP: the
+/// user data and the program are checked, every line is checked against the library's
+/// record length and the host's code page, the script is written owner-only, the batch
+/// runs, the script and the marker are removed whatever happened, and a backup is
+/// reported, logged and offered for opening. Done only when every transfer was done.
+/// `password`, when given, is used instead of the one of User.dat (typed at each transfer).
+Status send_program(const TransferRunner& run = run_transfer_batch,
+                    const std::optional<std::string>& password = std::nullopt);
+
+/// Fetches from `library` every INCLUDE member of the DB2 accesses whose source folder +
+/// member + ".DCL" is not there yet; "no new INCLUDE" when there is none. A member still
+/// missing afterwards is named with the likely causes. Done when every member is there.
+Status download_dclgens(const std::string& library, const TransferRunner& run = run_transfer_batch,
+                        const std::optional<std::string>& password = std::nullopt);
+
+/// The INCLUDE members of the access rows, each once, in row order.
+std::vector<std::string> include_members();
+
+/// "Cannot find the following DCLGEN file: ..." with the likely causes of a failed
+/// download, for the column selection and the download.
+std::string missing_dclgen_message(const std::string& path);
+
+}  // namespace quorva

@@ -1,0 +1,206 @@
+#include "host/host_transfer.h"
+
+#include <gtest/gtest.h>
+
+#include "host/ftp_client.h"
+#include "support/faulty_disk.h"
+#include "support/ftp_test_server.h"
+#include "support/run_command.h"
+
+namespace quorva {
+namespace {
+
+namespace fs = std::filesystem;
+using test::read_text;
+using test::write_text;
+
+constexpr const char* kPassword = "S3CRETPW";
+constexpr const char* kOld = "OLD VERSION\n";
+constexpr const char* kNew = "       IDENTIFICATION DIVISION.\n       PROGRAM-ID. CUSTMOV.\n";
+
+// A working folder whose program CUSTMOV goes to USER01.SOURCE on the test server.
+struct HostSetup {
+  test::QuorvaHome home{test::QuorvaHome::kSample};  // the sample program CUSTMOV
+  fs::path programs = home.scratch.path() / "programs";
+  fs::path root = home.scratch.path() / "host";
+  fs::path member = root / "USER01.SOURCE" / "CUSTMOV";
+
+  HostSetup() {
+    fs::create_directories(root / "USER01.SOURCE");
+    fs::create_directories(programs);
+    write_text(programs / "CUSTMOV.txt", kNew);
+  }
+  void user_data(const std::string& address, const std::string& password = kPassword) {
+    write_text(home.path / "Resource/User.dat",
+               "ipaddress=" + address + "\ntsolibrary=USER01.SOURCE\nsourcedirectory=" +
+                   programs.string() + "/\npswtso=" + password +
+                   "\ntsouser=USER01\nnomecognome=Mario Rossi\nsocieta=Example\n");
+  }
+  void option(const std::string& line) {
+    const fs::path config = home.path / "Resource/QVconfig.ini";
+    write_text(config, read_text(config) + line + "\n");
+  }
+  // The password may stand in User.dat alone.
+  std::string everything_but_user_data(const std::string& output) const {
+    std::string all = output;
+    for (const auto& entry : fs::recursive_directory_iterator(home.scratch.path()))
+      if (entry.is_regular_file() && entry.path().filename() != "User.dat" &&
+          entry.path().parent_path() != root / "USER01.SOURCE")
+        all += read_text(entry.path());
+    return all;
+  }
+};
+
+struct SendCase {
+  const char* name;
+  const char* fault;  // server fault, "" none, "down" no server
+  double seconds;
+  bool member_before;  // the member exists on the host
+  bool wrong_password;
+  const char* option;   // a QVconfig line, or ""
+  const char* program;  // the program's text, nullptr: kNew
+  int status;
+  const char* member_after;  // "old", "new", "empty" (the host emptied it), "cut" (truncated)
+  bool backup;
+  const char* says;
+};
+
+TEST(HostTransfer, SendNeverLosesTheMember) {
+  const std::string too_long = std::string(81, 'X') + "\n";
+  const SendCase cases[] = {
+      {"replaces", "", 0, true, false, "", nullptr, 0, "new", true, "already existent"},
+      {"new member", "", 0, false, false, "", nullptr, 0, "new", false, ""},
+      {"host down", "down", 0, true, false, "", nullptr, 1, "old", false, "does not answer"},
+      {"wrong password", "", 0, true, true, "", nullptr, 1, "old", false, "refused the user"},
+      {"in use", "in-use", 0, true, false, "", nullptr, 1, "old", false, "in use on the host"},
+      {"dropped in backup", "drop-retr", 0, true, false, "", nullptr, 1, "old", false, "dropped"},
+      {"dropped in send", "drop-stor", 0, true, false, "", nullptr, 1, "empty", true,
+       "previous version is kept in the backup"},
+      {"slow host", "slow-retr", 4, true, false, "FTP_TIMEOUT=1", nullptr, 1, "old", false,
+       "within 1 seconds"},
+      {"line past LRECL", "", 0, true, false, "", too_long.c_str(), 1, "old", false,
+       "line 1, column 81"},
+      {"cut by the host", "", 0, true, false, "FTP_LRECL=100", too_long.c_str(), 1, "cut", true,
+       "cut lines longer than the record length"},
+      {"SITE accepted", "", 0, true, false, "FTP_RECFM=FB", nullptr, 0, "new", true, ""},
+      {"SITE refused", "", 0, true, false, "FTP_SBDATACONN=IBM-9999/ISO8859-1", nullptr, 1, "old",
+       true, "Unrecognized parameter"},
+  };
+  for (const SendCase& c : cases) {
+    SCOPED_TRACE(c.name);
+    HostSetup setup;
+    if (c.member_before) write_text(setup.member, kOld);
+    if (c.program) write_text(setup.programs / "CUSTMOV.txt", c.program);
+    if (*c.option) setup.option(c.option);
+    const bool down = std::string(c.fault) == "down";
+    test::FtpTestServer server(setup.root, "USER01", kPassword, down ? "" : c.fault, c.seconds);
+    if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
+    setup.user_data(down ? "127.0.0.1:1" : server.address(),
+                    c.wrong_password ? "WRONGPW" : kPassword);
+    test::CommandResult run = setup.home.run("--no send");
+    EXPECT_EQ(run.status, c.status) << run.output;
+    EXPECT_NE(run.output.find(c.says), std::string::npos) << run.output;
+    const std::string after = read_text(setup.member);
+    const std::string want = std::string(c.member_after) == "cut"   ? std::string(80, 'X') + "\n"
+                             : std::string(c.member_after) == "new" ? kNew
+                             : std::string(c.member_after) == "old" ? (c.member_before ? kOld : "")
+                                                                    : "";
+    EXPECT_EQ(after, want);
+    const fs::path backup = setup.programs / "CUSTMOV_1.BKP";
+    EXPECT_EQ(fs::exists(backup), c.backup);
+    if (c.backup) EXPECT_EQ(read_text(backup), kOld);
+    EXPECT_FALSE(fs::exists(setup.home.path / "temp/FtpQuorva.ini"));
+    EXPECT_FALSE(fs::exists(setup.home.path / "temp/dummy_file.txt"));
+    EXPECT_EQ(setup.everything_but_user_data(run.output).find(kPassword), std::string::npos);
+    if (c.backup && c.status == 0)
+      EXPECT_NE(read_text(setup.home.path / "warning.log").find("CUSTMOV_1.BKP"),
+                std::string::npos);
+  }
+}
+
+TEST(HostTransfer, DclgenDownloadFetchesOnlyNewIncludes) {
+  HostSetup setup;
+  fs::create_directories(setup.root / "USER01.DCLGEN");
+  write_text(setup.root / "USER01.DCLGEN" / "ACCOUNTS", "      * DCLGEN TABLE(ACCOUNTS)\n");
+  test::FtpTestServer server(setup.root, "USER01", kPassword);
+  if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
+  setup.user_data(server.address());
+  write_text(setup.home.path / "temp/key2value.dat", "INCLU-1S=ACCOUNTS\nINCLU-1F=BRANCHES\n");
+  test::CommandResult first = setup.home.run("dclgen download --library USER01.DCLGEN");
+  EXPECT_EQ(first.status, 1) << first.output;
+  EXPECT_NE(first.output.find("Cannot find the following DCLGEN file"), std::string::npos);
+  EXPECT_NE(first.output.find("BRANCHES.DCL"), std::string::npos);
+  EXPECT_EQ(read_text(setup.programs / "ACCOUNTS.DCL"), "      * DCLGEN TABLE(ACCOUNTS)\n");
+  write_text(setup.programs / "BRANCHES.DCL", "");
+  test::CommandResult second = setup.home.run("dclgen download");
+  EXPECT_EQ(second.status, 0) << second.output;
+  EXPECT_NE(second.output.find("You haven't specified any new INCLUDE"), std::string::npos);
+  EXPECT_EQ(setup.everything_but_user_data(first.output + second.output).find(kPassword),
+            std::string::npos);
+}
+
+TEST(HostTransfer, MemberChangedOnTheHostIsAskedAbout) {
+  HostSetup setup;
+  test::FtpTestServer server(setup.root, "USER01", kPassword);
+  if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
+  setup.user_data(server.address());
+  EXPECT_EQ(setup.home.run("--no send").status, 0);
+  // Sent again unchanged: no question.
+  test::CommandResult again = setup.home.run("--no send");
+  EXPECT_EQ(again.status, 0) << again.output;
+  EXPECT_EQ(again.output.find("changed on the host"), std::string::npos) << again.output;
+  write_text(setup.member, "CHANGED ON HOST\n");
+  test::CommandResult declined = setup.home.run("--no send");
+  EXPECT_EQ(declined.status, 1) << declined.output;
+  EXPECT_NE(declined.output.find("was changed on the host"), std::string::npos) << declined.output;
+  EXPECT_EQ(read_text(setup.member), "CHANGED ON HOST\n");
+  test::CommandResult accepted = setup.home.run("--yes send");
+  EXPECT_EQ(accepted.status, 0) << accepted.output;
+  EXPECT_NE(accepted.output.find("- 1: CHANGED ON HOST"), std::string::npos) << accepted.output;
+  EXPECT_EQ(read_text(setup.member), kNew);
+  EXPECT_FALSE(fs::exists(setup.home.path / "temp/FtpCheck.tmp"));
+  EXPECT_FALSE(fs::exists(setup.home.path / "temp/FtpQuorva.ini"));
+}
+
+TEST(HostTransfer, PasswordTypedAtEachTransfer) {
+  HostSetup setup;
+  test::FtpTestServer server(setup.root, "USER01", kPassword);
+  if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
+  setup.user_data(server.address(), "KEPTPW");  // not the host's: it must not be used
+  setup.option("FTP_ASK_PASSWORD=ON");
+  auto send_typing = [&setup](const std::string& typed) {
+    return test::run_command("echo " + typed + " | " + test::shell_quote(QUORVA_BINARY) +
+                             " --home " + test::shell_quote(setup.home.path.string()) +
+                             " --no send");
+  };
+  test::CommandResult wrong = send_typing("NOTIT");
+  EXPECT_EQ(wrong.status, 1) << wrong.output;
+  EXPECT_NE(wrong.output.find("refused the user or the password"), std::string::npos);
+  test::CommandResult right = send_typing(kPassword);
+  EXPECT_EQ(right.status, 0) << right.output;
+  EXPECT_EQ(read_text(setup.member), kNew);
+  EXPECT_EQ(setup.everything_but_user_data(right.output).find(kPassword), std::string::npos);
+}
+
+TEST(HostTransfer, FullLocalDiskStopsBeforeTheSend) {
+  test::TempWorkingFolder folder;
+  const fs::path root = folder.path() / "host";
+  write_text(root / "USER01.SOURCE" / "CUSTMOV", kOld);
+  write_text(folder.path() / "CUSTMOV.txt", kNew);
+  test::FtpTestServer server(root, "USER01", kPassword);
+  if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
+  Result<FtpScript> script =
+      parse_ftp_script(send_script(server.address(), "USER01", kPassword,
+                                   "'USER01.SOURCE(CUSTMOV)'", "CUSTMOV.txt", "CUSTMOV_1.BKP"));
+  ASSERT_TRUE(script.ok());
+  test::FaultyDisk full(".BKP");
+  ScriptOutcome outcome = run_ftp_script(*script, HostOptions{});
+  ASSERT_EQ(outcome.outcomes.size(), 2u);
+  EXPECT_EQ(outcome.outcomes[0].kind, TransferOutcome::kFailed);
+  EXPECT_EQ(outcome.outcomes[1].kind, TransferOutcome::kSkipped);
+  EXPECT_FALSE(outcome.all_done(*script));
+  EXPECT_EQ(read_text(root / "USER01.SOURCE" / "CUSTMOV"), kOld);
+}
+
+}  // namespace
+}  // namespace quorva

@@ -13,7 +13,6 @@
 #include "check/check_leftovers.h"
 #include "store/parbase_file.h"
 #include "store/program_name.h"
-#include "store/user_file.h"
 #include "tagfile/tag_file.h"
 
 namespace fs = std::filesystem;
@@ -91,10 +90,7 @@ CheckReport check_program_file(const std::string& path, std::optional<CheckLangu
 }
 
 std::optional<std::string> current_program_file() {
-  std::optional<std::string> folder = read_source_directory(false);
-  std::optional<std::string> name = read_program_name(false);
-  if (!folder || !name) return std::nullopt;
-  return *folder + *name + ".txt";
+  return read_program_file(false);
 }
 
 std::optional<CheckLanguage> recorded_language() {

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <optional>
 
+#include "store/user_file.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"

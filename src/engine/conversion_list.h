@@ -7,7 +7,6 @@
 #include "engine/key_matcher.h"
 #include "engine/program_definition.h"
 #include "store/key2value_file.h"
-#include "store/user_file.h"
 
 namespace quorva {
 
@@ -17,9 +16,6 @@ struct ConversionPair {
   std::string value;
 };
 using ConversionList = std::vector<ConversionPair>;
-
-/// The user data file under the name the generator knows it by.
-constexpr const char* kUserFile = kUserDataFile;
 
 /// Appends the pairs of one key-to-value file, in file order. False when it cannot be read.
 bool Leggi_all_K2V_tag(const std::string& file, bool report, ConversionList& list);

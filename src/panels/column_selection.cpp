@@ -4,6 +4,7 @@
 
 #include "dclgen/dclgen_check.h"
 #include "dclgen/member_lines.h"
+#include "panels/row_field.h"
 #include "store/config_file.h"
 #include "store/key2value_file.h"
 #include "store/user_file.h"
@@ -194,23 +195,11 @@ std::optional<int> ColumnSelection::search(const std::string& text) {
 }
 
 bool ColumnSelection::set_structure_name(const std::string& text) {
-  if (has_line_break(text)) {
-    Mostra_popup(line_break_message("Struct Name ( level 01 )"));
-    structure_name_.clear();
-    return false;
-  }
-  structure_name_ = text;
-  return true;
+  return set_text_field(structure_name_, text, "Struct Name ( level 01 )");
 }
 
 bool ColumnSelection::set_prefix(const std::string& text) {
-  if (has_line_break(text)) {
-    Mostra_popup(line_break_message("Variables Prefix"));
-    prefix_.clear();
-    return false;
-  }
-  prefix_ = text;
-  return true;
+  return set_text_field(prefix_, text, "Variables Prefix");
 }
 
 Status ColumnSelection::ok() {

@@ -142,13 +142,7 @@ bool Db2Details::set_include(int row, const std::string& text) {
 }
 
 bool Db2Details::set_dclgen_library(const std::string& library) {
-  if (has_line_break(library)) {
-    Mostra_popup(line_break_message("DCLGEN library"));
-    dclgen_library_.clear();
-    return false;
-  }
-  dclgen_library_ = library;
-  return true;
+  return set_text_field(dclgen_library_, library, "DCLGEN library");
 }
 
 bool Db2Details::has_duplicate_cursor() const {

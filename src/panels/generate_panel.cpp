@@ -5,7 +5,6 @@
 #include "port/user_interface.h"
 #include "store/config_file.h"
 #include "store/program_name.h"
-#include "store/user_file.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
@@ -13,11 +12,7 @@
 namespace quorva {
 
 std::string GeneratePanel::output_name(bool popup) {
-  std::optional<std::string> folder = read_source_directory(popup);
-  if (!folder) return "";
-  std::optional<std::string> name = read_program_name(popup);
-  if (!name) return "";
-  return *folder + *name + ".txt";
+  return read_program_file(popup).value_or("");
 }
 
 void GeneratePanel::open() {

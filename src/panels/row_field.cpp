@@ -5,6 +5,16 @@
 
 namespace quorva {
 
+bool set_text_field(std::string& field, const std::string& text, const std::string& label) {
+  if (has_line_break(text)) {
+    Mostra_popup(line_break_message(label));
+    field.clear();
+    return false;
+  }
+  field = text;
+  return true;
+}
+
 bool set_row_field(std::string& field, bool row_enabled, int row, int rows, const std::string& text,
                    std::size_t limit, const char* label) {
   if (!row_enabled) {
@@ -14,11 +24,7 @@ bool set_row_field(std::string& field, bool row_enabled, int row, int rows, cons
         std::to_string(rows) + bilingual(" rows.", " righe."));
     return false;
   }
-  if (has_line_break(text)) {
-    Mostra_popup(line_break_message(label));
-    field.clear();
-    return false;
-  }
+  if (has_line_break(text)) return set_text_field(field, text, label);
   if (text.size() > limit) {
     Mostra_popup(std::string(label) + bilingual(" can hold ", " puo' contenere al massimo ") +
                  std::to_string(limit) + bilingual(" characters at most: ", " caratteri: ") + text);

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "panels/row_field.h"
 #include "port/user_interface.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
@@ -15,23 +16,12 @@ namespace {
 constexpr std::size_t kTsoLimit = 8;
 constexpr std::size_t kNameLimit = 30;
 
-// The fields checked only on save still refuse a line break or a NUL at once.
-bool refuse_line_break(std::string& field, const std::string& text, const char* tag) {
-  if (has_line_break(text)) {
-    Mostra_popup(line_break_message(tag));
-    field.clear();
-    return false;
-  }
-  field = text;
-  return true;
-}
-
 // Empties an entry with a line break or a NUL, cuts an over-long one, then empties one with
 // other control characters; each reported.
 bool apply_field_rules(std::string& field, const std::string& text, const char* tag,
                        std::size_t limit, std::string_view invalid_english,
                        std::string_view invalid_italian) {
-  if (!refuse_line_break(field, text, tag)) return false;
+  if (!set_text_field(field, text, tag)) return false;
   bool unchanged = true;
   if (limit > 0 && field.size() > limit) {
     const std::string n = std::to_string(limit);
@@ -66,11 +56,11 @@ UserDataPanel UserDataPanel::open() {
 }
 
 bool UserDataPanel::set_ip_address(const std::string& text) {
-  return refuse_line_break(data_.ipaddress, text, "ipaddress");
+  return set_text_field(data_.ipaddress, text, "ipaddress");
 }
 
 bool UserDataPanel::set_source_directory(const std::string& text) {
-  return refuse_line_break(data_.sourcedirectory, text, "sourcedirectory");
+  return set_text_field(data_.sourcedirectory, text, "sourcedirectory");
 }
 
 bool UserDataPanel::set_tso_user(const std::string& text) {

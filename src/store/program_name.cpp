@@ -1,6 +1,7 @@
 #include "store/program_name.h"
 
 #include "store/parbase_file.h"
+#include "store/user_file.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
 
@@ -34,6 +35,14 @@ std::optional<std::string> read_program_name(bool popup) {
     return std::nullopt;
   }
   return name;
+}
+
+std::optional<std::string> read_program_file(bool popup) {
+  std::optional<std::string> folder = read_source_directory(popup);
+  if (!folder) return std::nullopt;
+  std::optional<std::string> name = read_program_name(popup);
+  if (!name) return std::nullopt;
+  return *folder + *name + ".txt";
 }
 
 }  // namespace quorva

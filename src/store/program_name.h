@@ -16,5 +16,8 @@ std::string member_name_message(const std::string& name);
 /// `nomeprogr` of temp/Parbase.dat when it is a member name; nullopt when missing (said
 /// with `popup`) or not a member name (always said: the file was edited by hand).
 std::optional<std::string> read_program_name(bool popup);
+/// The generated program: sourcedirectory + nomeprogr + ".txt"; nullopt when either is
+/// missing or the name is not a member name (said with `popup`).
+std::optional<std::string> read_program_file(bool popup);
 
 }  // namespace quorva

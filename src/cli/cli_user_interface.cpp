@@ -113,7 +113,9 @@ void CliUserInterface::set_progress(const std::string& bar, int position, int ra
   if (bar != progress_bar_) end_progress_line();
   progress_bar_ = bar;
   progress_percent_ = percent;
-  if (is_terminal(STDERR_FILENO)) {
+  // Asked once: a progress bar moves at every percent of every bar.
+  static const bool terminal = is_terminal(STDERR_FILENO);
+  if (terminal) {
     const int width = 30;
     const int filled = percent * width / 100;
     std::cerr << '\r' << bar << " [" << std::string(filled, '#') << std::string(width - filled, '.')

@@ -70,10 +70,10 @@ void CustomCode::add_file_text(const std::string& text) {
 }
 
 std::optional<const std::vector<std::string>*> CustomCode::tag_lines(
-    const std::string& line, const ProgramDefinition& def) const {
+    std::string_view line, const ProgramDefinition& def) const {
   static const std::vector<std::string> kNone;
-  if (line.size() <= 6 || line.find('[', 6) == std::string::npos) return std::nullopt;
-  const std::string head = trimmed(line.substr(6));
+  if (line.size() <= 6 || line.find('[', 6) == std::string_view::npos) return std::nullopt;
+  const std::string head = trimmed(std::string(line.substr(6)));
   const std::string language = section_language(head);
   if (language.empty()) return std::nullopt;
   const bool wanted = (language == "COBOL" && def.cobol()) ||

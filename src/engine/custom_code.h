@@ -3,6 +3,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "engine/program_definition.h"
@@ -24,7 +25,7 @@ class CustomCode {
 
   /// For a template line whose text from column 7, trimmed, is a section line: the lines
   /// to insert in its place for this program (possibly none). nullopt for other lines.
-  std::optional<const std::vector<std::string>*> tag_lines(const std::string& line,
+  std::optional<const std::vector<std::string>*> tag_lines(std::string_view line,
                                                            const ProgramDefinition& def) const;
 
  private:

@@ -56,8 +56,7 @@ bool open_failed(const std::string& name, const std::string& error) {
 
 // About what the program will take: the code lines with their ends.
 std::size_t template_bytes(const LoadedTemplate& lines) {
-  std::size_t bytes = 0;
-  for (const std::string& line : lines) bytes += line.size() + 1;
+  const std::size_t bytes = lines.text().size();
   return bytes + bytes / 8;
 }
 

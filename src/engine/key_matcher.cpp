@@ -1,6 +1,7 @@
 #include "engine/key_matcher.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace quorva {
 
@@ -81,6 +82,24 @@ KeyMatcher::KeyMatcher(const std::vector<std::string_view>& keys) {
   }
   for (int b = 0; b < 256; ++b)
     idle_[static_cast<std::size_t>(b)] = moves_[class_of_[static_cast<std::size_t>(b)]] == 0;
+  for (int b = 0; b < 256; ++b) {
+    if (idle_[static_cast<std::size_t>(b)]) continue;
+    if (start_count_ == static_cast<int>(starts_.size())) {
+      start_count_ = -1;  // too many: byte by byte
+      break;
+    }
+    starts_[static_cast<std::size_t>(start_count_++)] = static_cast<char>(b);
+  }
+  for (int b = 0; b < 256; ++b)
+    if (idle_[static_cast<std::size_t>(b)]) {
+      filler_.fill(static_cast<unsigned char>(b));
+      break;
+    }
+  if (!idle_[filler_[0]]) start_count_ = -1;  // no byte is idle: byte by byte
+  // Unused places repeat the first byte, so every compare stays meaningful.
+  for (std::size_t s = 0; s < splats_.size(); ++s)
+    splats_[s].fill(
+        static_cast<unsigned char>(starts_[start_count_ > static_cast<int>(s) ? s : 0]));
   for (std::string_view key : keys) longest_ = std::max(longest_, key.size());
   std::vector<std::int32_t>().swap(next_);
 }
@@ -94,6 +113,38 @@ void KeyMatcher::report(std::size_t node, long after, std::vector<std::uint32_t>
   }
 }
 
+std::size_t KeyMatcher::skip_idle(const char* data, std::size_t i, std::size_t size) const {
+#if defined(__GNUC__) && defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+  // Sixteen bytes at a time against the (at most three) bytes keys start with: lines are
+  // mostly text no key starts in.
+  if (start_count_ > 0) {
+    using Bytes = unsigned char __attribute__((vector_size(16)));
+    Bytes first, second, third;
+    std::memcpy(&first, splats_[0].data(), sizeof first);
+    std::memcpy(&second, splats_[1].data(), sizeof second);
+    std::memcpy(&third, splats_[2].data(), sizeof third);
+    while (i < size) {
+      Bytes chunk;
+      if (i + 16 <= size) {
+        std::memcpy(&chunk, data + i, sizeof chunk);
+      } else {  // the end of the text, padded with a byte no key starts with
+        std::memcpy(&chunk, filler_.data(), sizeof chunk);
+        std::memcpy(&chunk, data + i, size - i);
+      }
+      const auto hits = (chunk == first) | (chunk == second) | (chunk == third);
+      std::uint64_t halves[2];
+      std::memcpy(halves, &hits, sizeof halves);
+      if (halves[0]) return i + static_cast<std::size_t>(__builtin_ctzll(halves[0]) / 8);
+      if (halves[1]) return i + 8 + static_cast<std::size_t>(__builtin_ctzll(halves[1]) / 8);
+      i += 16;
+    }
+    return size;
+  }
+#endif
+  while (i < size && idle_[static_cast<unsigned char>(data[i])]) ++i;
+  return i;
+}
+
 void KeyMatcher::find(std::string_view text, long after, std::vector<std::uint32_t>& found) const {
   found.clear();
   const std::int32_t* moves = moves_.data();
@@ -101,9 +152,10 @@ void KeyMatcher::find(std::string_view text, long after, std::vector<std::uint32
   const auto classes = static_cast<std::size_t>(classes_);
   std::int32_t state = 0;
   const std::size_t size = text.size();
+  const char* data = text.data();
   for (std::size_t i = 0; i < size; ++i) {
     if (state == 0) {
-      while (i < size && idle_[static_cast<unsigned char>(text[i])]) ++i;
+      i = skip_idle(data, i, size);
       if (i == size) break;
     }
     state = moves[state + class_of[static_cast<unsigned char>(text[i])]];

@@ -24,6 +24,8 @@ class KeyMatcher {
 
  private:
   int add_node();
+  // The first place at or after `i` where a key may start.
+  std::size_t skip_idle(const char* data, std::size_t i, std::size_t size) const;
   void report(std::size_t node, long after, std::vector<std::uint32_t>& found) const;
 
   std::array<std::uint8_t, 256> class_of_{};  // 0: a byte no key uses
@@ -39,6 +41,12 @@ class KeyMatcher {
   std::vector<std::int32_t> moves_;
   // Bytes that leave the automaton at its start: skipped there without a move.
   std::array<bool, 256> idle_{};
+  // When keys start with at most three different bytes (most lists: "<" and a few), the
+  // start is left by comparing many bytes at once with those.
+  std::array<char, 3> starts_{};
+  std::array<std::array<unsigned char, 16>, 3> splats_{};
+  std::array<unsigned char, 16> filler_{};
+  int start_count_ = 0;
   std::size_t longest_ = 0;
 };
 

@@ -14,13 +14,13 @@ namespace quorva {
 namespace {
 
 // The first three characters as flag evaluation sees them (short lines padded with blanks).
-std::string flag_code(const std::string& line) {
-  std::string code = line.substr(0, 3);
+std::string flag_code(std::string_view line) {
+  std::string code(line.substr(0, 3));
   code.resize(3, ' ');
   return code;
 }
 
-char position4(const std::string& line) {
+char position4(std::string_view line) {
   return line.size() >= 4 ? line[3] : ' ';
 }
 
@@ -28,8 +28,8 @@ bool numbered_after_excel(std::string_view code) {
   return code == "CFO" || code == "EFO" || code == "JCO" || code == "JEO";
 }
 
-std::string prefix_of(const std::string& line) {
-  std::string prefix = line.substr(0, 6);
+std::string prefix_of(std::string_view line) {
+  std::string prefix(line.substr(0, 6));
   prefix.resize(6, ' ');
   return prefix;
 }
@@ -49,7 +49,7 @@ class Walker {
   Walker(const LoadedTemplate& lines, OutputPass& pass) : lines_(lines), pass_(pass) {}
 
   void line(std::size_t index) {
-    const std::string& raw = lines_[index];
+    const std::string_view raw = lines_[index];
     const std::string code = flag_code(raw);
     if (auto inserted = pass_.custom.tag_lines(raw, pass_.def)) {
       if (block_.count > 0 && code == block_.code) {
@@ -84,7 +84,7 @@ class Walker {
     for (int k = 1; k <= block.count; ++k) {
       const std::string occurrence = std::to_string(k + offset);
       for (std::size_t index : block.members) {
-        const std::string& raw = lines_[index];
+        const std::string_view raw = lines_[index];
         if (auto inserted = pass_.custom.tag_lines(raw, pass_.def)) {
           const std::string prefix = prefix_of(raw);
           for (const std::string& text : **inserted) {
@@ -94,7 +94,7 @@ class Walker {
           }
           continue;
         }
-        std::string out = raw;
+        std::string out(raw);
         number(out, occurrence);
         if (is_db2_line(out))
           pass_.db2.expand(out, k, emit);

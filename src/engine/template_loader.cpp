@@ -34,15 +34,15 @@ void check_client_version(const std::string& template_name, std::string_view tex
 }
 
 // Reads lines as the loader does; returns the code lines after the marker.
-LoadedTemplate split_code(std::string_view text, int declared,
-                          const std::function<void(int)>& step) {
-  LoadedTemplate lines;
+LoadedTemplate split_code(std::string text, int declared, const std::function<void(int)>& step) {
+  LoadedTemplate lines(std::move(text));
   if (declared > 0) lines.reserve(static_cast<std::size_t>(declared));
+  const std::string_view all = lines.text();
   bool begun = false;
-  for (std::size_t start = 0; start < text.size();) {
-    std::size_t end = text.find('\n', start);
-    if (end == std::string_view::npos) end = text.size();
-    std::string_view line = text.substr(start, end - start);
+  for (std::size_t start = 0; start < all.size();) {
+    std::size_t end = all.find('\n', start);
+    if (end == std::string_view::npos) end = all.size();
+    std::string_view line = all.substr(start, end - start);
     start = end + 1;
     if (line.ends_with('\r')) line.remove_suffix(1);
     if (!begun) {
@@ -53,7 +53,7 @@ LoadedTemplate split_code(std::string_view text, int declared,
     }
     if (step && static_cast<int>(lines.size()) <= declared)
       step(static_cast<int>(lines.size()) + 1);
-    lines.emplace_back(line);
+    lines.add(line);
   }
   return lines;
 }
@@ -88,7 +88,7 @@ int read_declared_count(const std::string& template_name) {
 
 bool preallocate(const std::string& template_name, int declared, LoadedTemplate& lines,
                  const std::function<void(int)>& step, std::string* version) {
-  lines.clear();
+  lines = LoadedTemplate();
   // Read once: the header tags and the code come from the same text.
   std::optional<std::string> text = read_whole_file(template_name);
   if (!text) {
@@ -100,7 +100,7 @@ bool preallocate(const std::string& template_name, int declared, LoadedTemplate&
   }
   check_client_version(template_name, *text);
   if (version) *version = Leggi_tag_in(*text, template_name, false, "quormem").value_or("");
-  lines = split_code(*text, declared, step);
+  lines = split_code(std::move(*text), declared, step);
   const int read = static_cast<int>(lines.size());
   if (read == declared) return true;
   warn_size(template_name, read, declared);

@@ -58,20 +58,25 @@ class PosixDisk : public Disk {
       result.error = std::strerror(EISDIR);
       return result;
     }
-    if (st.st_size > 0) result.text.reserve(static_cast<size_t>(st.st_size));
-    char buffer[65536];
+    // Read straight into the text, one byte more than the size so the end is seen in
+    // the same call; a file that grew meanwhile is read on in larger steps.
+    std::size_t filled = 0;
+    result.text.resize(st.st_size > 0 ? static_cast<std::size_t>(st.st_size) + 1 : 4096);
     for (;;) {
-      ssize_t n = ::read(fd, buffer, sizeof buffer);
+      if (filled == result.text.size()) result.text.resize(result.text.size() * 2);
+      ssize_t n = ::read(fd, result.text.data() + filled, result.text.size() - filled);
       if (n < 0 && errno == EINTR) continue;
       if (n < 0) {
         result.status = FileRead::kFailed;
         result.error = reason();
+        result.text.clear();
         ::close(fd);
         return result;
       }
       if (n == 0) break;
-      result.text.append(buffer, static_cast<size_t>(n));
+      filled += static_cast<std::size_t>(n);
     }
+    result.text.resize(filled);
     ::close(fd);
     result.status = FileRead::kRead;
     return result;

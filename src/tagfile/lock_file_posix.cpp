@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -34,10 +35,13 @@ std::string holder() {
 
 void describe(const std::string& description) {
   const std::string text = "process " + std::to_string(::getpid()) + " (" + description + ")\n";
-  if (::ftruncate(fd, 0) == 0) {
-    const ssize_t written = ::pwrite(fd, text.data(), text.size(), 0);
-    (void)written;  // the description is a courtesy to whoever waits
-  }
+  // Written over the last holder's text and cut only where that was longer: emptying the
+  // file first costs the file system a block freed and taken again at every command.
+  if (::pwrite(fd, text.data(), text.size(), 0) != static_cast<ssize_t>(text.size())) return;
+  struct stat st {};
+  if (::fstat(fd, &st) == 0 && st.st_size > static_cast<off_t>(text.size()))
+    (void)::ftruncate(fd, static_cast<off_t>(text.size()));
+  // The description is a courtesy to whoever waits: a failure is not reported.
 }
 
 void close() {

@@ -85,7 +85,7 @@ void add_db2_commands(CLI::App& app, Cli& cli) {
                   "the key");
     cmd->add_option("ROW", args->row, "Row, 1 to the count in temp/Parbase.dat")->required();
     cmd->add_option("--owner", args->owner, "OWNER (at most 20 characters)");
-    cmd->add_option("--table", args->table, "TABLE NAME (at most 20 characters)");
+    cmd->add_option("--table", args->table, "TABLE NAME (at most 128 characters)");
     cmd->add_option("--cursor", args->cursor, "CURSOR (at most 20 characters)");
     cmd->add_option("--desc", args->description, "DESCRIPTION (at most 47 characters)");
     cmd->add_option("--include", args->include,

@@ -5,6 +5,7 @@
 
 #include "dclgen/dclgen_member.h"
 #include "panels/column_selection.h"
+#include "panels/host_names.h"
 #include "panels/row_field.h"
 #include "port/user_interface.h"
 #include "store/config_file.h"
@@ -19,6 +20,8 @@ namespace {
 
 constexpr const char* kTransferMark = "temp/dummy_file.txt";
 constexpr std::size_t kNameLimit = 20;
+// As long as DB2 allows a table name to be.
+constexpr std::size_t kTableNameLimit = 128;
 constexpr std::size_t kDescriptionLimit = 47;
 constexpr std::size_t kIncludeLimit = 8;
 
@@ -106,15 +109,25 @@ bool Db2Details::set_field(std::string Db2Row::*field, int row, const std::strin
   return set_row_field(target, row_enabled(row), row, count_, text, limit, label);
 }
 
+bool Db2Details::refused(int row, const std::string& text, const std::string& problem) const {
+  // A line break has its own rule, which empties the field.
+  if (problem.empty() || !row_enabled(row) || has_line_break(text)) return false;
+  Mostra_popup(problem);
+  return true;
+}
+
 bool Db2Details::set_owner(int row, const std::string& text) {
+  if (refused(row, text, blank_name_problem("OWNER", text))) return false;
   return set_field(&Db2Row::owner, row, text, kNameLimit, "OWNER");
 }
 
 bool Db2Details::set_table(int row, const std::string& text) {
-  return set_field(&Db2Row::table, row, text, kNameLimit, "TABLE NAME");
+  if (refused(row, text, blank_name_problem("TABLE NAME", text))) return false;
+  return set_field(&Db2Row::table, row, text, kTableNameLimit, "TABLE NAME");
 }
 
 bool Db2Details::set_cursor(int row, const std::string& text) {
+  if (refused(row, text, cursor_problem(text))) return false;
   return set_field(&Db2Row::cursor, row, text, kNameLimit, "CURSOR");
 }
 

@@ -14,7 +14,7 @@ namespace quorva {
 /// One row of the Db2 Accesses Detail panel.
 struct Db2Row {
   std::string owner;        ///< at most 20 characters
-  std::string table;        ///< at most 20
+  std::string table;        ///< at most 128, as DB2 allows
   std::string cursor;       ///< at most 20
   std::string description;  ///< at most 47
   std::string include;      ///< DCLGEN member, at most 8
@@ -84,6 +84,8 @@ class Db2Details {
   static std::string quick_help();
 
  private:
+  // Shows `problem` for an enabled row; true when there is one.
+  bool refused(int row, const std::string& text, const std::string& problem) const;
   bool set_field(std::string Db2Row::*field, int row, const std::string& text, std::size_t limit,
                  const char* label);
   bool has_duplicate_cursor() const;

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "panels/host_names.h"
 #include "panels/row_field.h"
 #include "tagfile/folder_lock.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
+#include "tagfile/tag_file.h"
 
 namespace quorva {
 namespace {
@@ -138,6 +140,12 @@ bool FileDetails::set_field(std::string FileRow::*field, int row, const std::str
 }
 
 bool FileDetails::set_name(int row, const std::string& text) {
+  // A line break has its own rule, which empties the field.
+  if (const std::string problem = file_name_problem(text);
+      !problem.empty() && row_enabled(row) && !has_line_break(text)) {
+    Mostra_popup(problem);
+    return false;
+  }
   return set_field(&FileRow::name, row, text, kNameLimit, "FILE NAME");
 }
 
@@ -184,6 +192,12 @@ int FileDetails::excel_rows() const {
 }
 
 Status FileDetails::confirm() const {
+  std::string names[kDetailRows];
+  for (int n = 1; n <= count_; ++n) names[n - 1] = rows_[n - 1].name;
+  if (const std::string problem = duplicate_file_name_problem(names, count_); !problem.empty()) {
+    Mostra_popup(problem);
+    return Status::failure(problem);
+  }
   TagEdit keys = key2value_edit();
   for (int n = 1; n <= count_; ++n) {
     const FileRow& row = rows_[n - 1];

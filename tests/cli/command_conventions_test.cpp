@@ -188,9 +188,10 @@ TEST(CommandConventions, TwoWritersLoseNothing) {
            "; do for k in select fetch update insert delete; do for f in owner table desc; do " +
            quorva +
            " db2 $k $n --$f X$r$k$n$f >/dev/null || echo FAILED db2 $k $n $f; done; done; " +
-           "for f in name desc; do " + quorva + " files input $n --$f I$r$n$f >/dev/null && " +
-           quorva +
-           " files output $n --$f O$r$n$f >/dev/null || echo FAILED files $n $f; done; "
+           // File names are DD names: capitals.
+           "for f in name desc; do F=$(echo $f | tr a-z A-Z); " + quorva +
+           " files input $n --$f I$r$n$F >/dev/null && " + quorva +
+           " files output $n --$f O$r$n$F >/dev/null || echo FAILED files $n $f; done; "
            "done; done";
   };
   const CommandResult both =
@@ -205,7 +206,7 @@ TEST(CommandConventions, TwoWritersLoseNothing) {
       for (const char* field : {"owner", "table", "desc"})
         expected.push_back("X2" + std::string(kind) + row + field);
     for (const char* kind : {"I", "O"})
-      for (const char* field : {"name", "desc"}) expected.push_back(kind + ("2" + row) + field);
+      for (const char* field : {"NAME", "DESC"}) expected.push_back(kind + ("2" + row) + field);
   }
   std::vector<std::string> lost;
   for (const std::string& value : expected)

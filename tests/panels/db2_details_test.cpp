@@ -175,4 +175,27 @@ TEST_F(Db2DetailsTest, ChangingTheMemberResetsWhatBelongedToTheOldOne) {
 }
 
 }  // namespace
+TEST_F(Db2DetailsTest, NamesTheHostRefusesAreRefused) {
+  Db2Details panel = Db2Details::open(false, AccessKind::kFetch, 1);
+  const struct {
+    bool (Db2Details::*set)(int, const std::string&);
+    std::string text;
+    bool taken;
+  } cases[] = {
+      {&Db2Details::set_cursor, "CUR_CLIENTI", true},
+      {&Db2Details::set_cursor, "CUR-1", true},
+      {&Db2Details::set_cursor, "1CURSOR", false},
+      {&Db2Details::set_cursor, "CUR 1", false},
+      {&Db2Details::set_owner, "PROD", true},
+      {&Db2Details::set_owner, "PR OD", false},
+      {&Db2Details::set_table, std::string(128, 'T'), true},
+      {&Db2Details::set_table, std::string(129, 'T'), false},
+      {&Db2Details::set_table, "CLIENT MASTER", false},
+  };
+  for (const auto& c : cases) EXPECT_EQ((panel.*c.set)(1, c.text), c.taken) << c.text;
+  EXPECT_EQ(panel.row(1).cursor, "CUR-1");
+  EXPECT_EQ(panel.row(1).owner, "PROD");
+  EXPECT_EQ(panel.row(1).table, std::string(128, 'T'));
+}
+
 }  // namespace quorva::test

@@ -117,5 +117,33 @@ TEST_F(FileDetailsTest, KeysWrittenAndRemovedPerKind) {
             "Complete the informations for REPORT");
 }
 
+TEST_F(FileDetailsTest, NamesTheHostRefusesAreRefused) {
+  const struct {
+    const char* name;
+    bool taken;
+  } cases[] = {
+      {"CLIENTI", true},  {"C#L@$", true},    {"clienti", false}, {"CLI-ENT", false},
+      {"1CLIENT", false}, {"CLI ENT", false}, {"FILEIN2", false}, {"XUOUT3", false},
+      {"FILEINX", true},  {"UIN", true},
+  };
+  for (const auto& c : cases) {
+    FileDetails panel = FileDetails::open(FileKind::kInput, 2);
+    ASSERT_TRUE(panel.set_name(1, "OLD"));
+    EXPECT_EQ(panel.set_name(1, c.name), c.taken) << c.name;
+    EXPECT_EQ(panel.row(1).name, c.taken ? c.name : "OLD") << c.name;
+  }
+
+  // Two rows with one DD name: OK refuses and writes nothing.
+  write_text("temp/key2value.dat", "FILEIN1=KEPT\n");
+  FileDetails panel = FileDetails::open(FileKind::kInput, 3);
+  ASSERT_TRUE(panel.set_name(1, "CLIENTI"));
+  ASSERT_TRUE(panel.set_name(3, "CLIENTI"));
+  ui_.messages.clear();
+  EXPECT_FALSE(panel.confirm());
+  ASSERT_EQ(ui_.messages.size(), 1u);
+  EXPECT_NE(ui_.messages[0].find("Rows 1 and 3"), std::string::npos) << ui_.messages[0];
+  EXPECT_EQ(read_text("temp/key2value.dat"), "FILEIN1=KEPT\n");
+}
+
 }  // namespace
 }  // namespace quorva::test

@@ -107,11 +107,29 @@ void build_conversion_list(const ProgramDefinition& def, const HeaderValues& hea
   Leggi_all_K2Value_coll(true, kCollectionSlots, list);
 }
 
+namespace {
+
+// A value with an apostrophe goes into a literal with the apostrophe doubled, as COBOL,
+// Easytrieve and JCL write one there; elsewhere (comments) as it is.
+void replace_pair(std::string& line, const ConversionPair& pair) {
+  if (pair.value.find('\'') == std::string::npos) {
+    Sostituisci_in_colonna(line, pair.key, pair.value);
+    return;
+  }
+  std::string doubled;
+  for (char c : pair.value) {
+    doubled += c;
+    if (c == '\'') doubled += c;
+  }
+  Sostituisci_in_colonna(line, pair.key, pair.value, doubled);
+}
+
+}  // namespace
+
 void apply_conversions(const ConversionList& list, std::string& line) {
   if (line.find('#') != std::string::npos) Sostituisci_in_colonna(line, "#", "1");
   for (const ConversionPair& pair : list)
-    if (!pair.key.empty() && line.find(pair.key) != std::string::npos)
-      Sostituisci_in_colonna(line, pair.key, pair.value);
+    if (!pair.key.empty() && line.find(pair.key) != std::string::npos) replace_pair(line, pair);
 }
 
 namespace {
@@ -141,8 +159,10 @@ void ConversionFilter::apply(std::string& line) const {
     const std::uint32_t index = found_[next++];
     const ConversionPair& pair = list_[index];
     const std::size_t first = line.find(pair.key);
-    if (first == std::string::npos || pair.key == pair.value) continue;
-    Sostituisci_in_colonna(line, pair.key, pair.value);
+    if (first == std::string::npos ||
+        (pair.key == pair.value && pair.value.find('\'') == std::string::npos))
+      continue;
+    replace_pair(line, pair);
     const std::size_t from = first + 1 > matcher_.longest() ? first + 1 - matcher_.longest() : 0;
     matcher_.find(std::string_view(line).substr(from), static_cast<long>(index), fresh_);
     merged_.clear();

@@ -391,14 +391,26 @@ void Togli_spazi(std::string& text) {
 }
 
 bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string_view value) {
-  if (tag.empty() || tag == value) return true;
+  return Sostituisci_in_colonna(line, tag, value, value);
+}
+
+bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string_view value,
+                            std::string_view in_literal) {
+  if (tag.empty() || (tag == value && tag == in_literal)) return true;
+  const bool by_place = value != in_literal;
   const size_t start_length = line.size();
-  const long d = static_cast<long>(value.size()) - static_cast<long>(tag.size());
   bool unabsorbed = false;
   size_t pos = line.find(tag);
+  size_t counted = 0;  // apostrophes are counted up to here
+  bool literal = false;
   while (pos != std::string::npos) {
-    line.replace(pos, tag.size(), value);
-    size_t after = pos + value.size();
+    if (by_place) {
+      for (; counted < pos; ++counted) literal ^= line[counted] == '\'';
+    }
+    const std::string_view put = literal ? in_literal : value;
+    const long d = static_cast<long>(put.size()) - static_cast<long>(tag.size());
+    line.replace(pos, tag.size(), put);
+    size_t after = pos + put.size();
     if (d < 0) {
       size_t blank = line.find(' ', after);
       if (blank != std::string::npos) line.insert(blank, static_cast<size_t>(-d), ' ');
@@ -415,6 +427,8 @@ bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string
         line.erase(run, 1);
       }
     }
+    // The value's own apostrophes open or close no literal of the line.
+    counted = after;
     pos = line.find(tag, after);
   }
   return !(unabsorbed && line.size() > start_length);

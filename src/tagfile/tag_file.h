@@ -81,5 +81,9 @@ void Togli_spazi(std::string& text);
 /// difference against blanks later on the line so the following columns stay in place.
 /// False when a longer value could not be absorbed and the line grew.
 bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string_view value);
+/// The same, putting `in_literal` instead where the tag stands inside an apostrophe
+/// literal (an odd number of apostrophes before it on the line).
+bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string_view value,
+                            std::string_view in_literal);
 
 }  // namespace quorva

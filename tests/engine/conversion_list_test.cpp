@@ -74,7 +74,7 @@ TEST_F(ConversionListTest, HeaderValuesAndAccessList) {
 // suffixes of others, repeated keys, values that hold their own or later keys, blanks.
 TEST_F(ConversionListTest, FilterGivesThePlainPassResult) {
   std::mt19937 random(7);
-  const std::string alphabet = "<>AB-EK#1 ";
+  const std::string alphabet = "<>AB-EK#1 '";
   auto text = [&](std::size_t most) {
     std::string t(random() % (most + 1), ' ');
     for (char& c : t) c = alphabet[random() % alphabet.size()];
@@ -114,6 +114,25 @@ TEST_F(ConversionListTest, FilterGivesThePlainPassResult) {
       filter.apply(filtered);
       ASSERT_EQ(filtered, plain) << "line: \"" << line << '"';
     }
+  }
+}
+
+TEST_F(ConversionListTest, ApostrophesAreDoubledInsideLiterals) {
+  const ConversionList list = {{"DESC-R1", "CUSTOMER'S LIST"}, {"<++++++>", "PGM'1"}};
+  const struct {
+    const char* line;
+    const char* converted;
+  } cases[] = {
+      {"E     TITLE 2 'DESC-R1'              .", "E     TITLE 2 'CUSTOMER''S LIST'     ."},
+      {"C     * DESC-R1                      .", "C     * CUSTOMER'S LIST              ."},
+      {"J    //X JOB 'A''B',<++++++>,'<++++++>'  .", "J    //X JOB 'A''B',PGM'1,'PGM''1'       ."},
+  };
+  for (const auto& c : cases) {
+    std::string plain = c.line, filtered = c.line;
+    apply_conversions(list, plain);
+    ConversionFilter(list).apply(filtered);
+    EXPECT_EQ(plain, c.converted);
+    EXPECT_EQ(filtered, c.converted);
   }
 }
 

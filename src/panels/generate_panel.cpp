@@ -82,4 +82,27 @@ void GeneratePanel::explore_warnings() {
   ui().open_file(log_file_name(LogKind::kWarning));
 }
 
+std::string GeneratePanel::information_note() {
+  return bilingual(
+             "WARNING!!! The author doesn't assume any direct or indirect responsibility "
+             "about the FTP Transfer of the Program.",
+             "ATTENZIONE!!! L'autore non si assume alcuna responsabilita' diretta o "
+             "indiretta riguardo il Trasferimento FTP del Programma.") +
+         "\n" +
+         bilingual(
+             "In order to prevent the overwriting of a previous program with the same "
+             "name, FTP transmission will try to download the program before to send it.",
+             "Per evitare la sovrascrittura di un programma precedente con lo stesso "
+             "nome, la trasmissione FTP provera' a scaricare il programma prima di "
+             "inviarlo.");
+}
+
+bool GeneratePanel::accept_information_note() {
+  return ui().ask_yes_no(bilingual("Information Note", "Nota Informativa"),
+                         information_note() + "\n\n" +
+                             bilingual("I've readed , understood and accepted the Information "
+                                       "Note ?",
+                                       "Ho letto, capito e accettato la Nota Informativa ?"));
+}
+
 }  // namespace quorva

@@ -32,6 +32,11 @@ class GeneratePanel {
   /// Opens warning.log.
   static void explore_warnings();
 
+  /// The "Information Note" about the transfer, shown on the panel.
+  static std::string information_note();
+  /// Asks for the note to be accepted before a transfer; true when it was.
+  static bool accept_information_note();
+
   const std::string& template_name() const { return template_name_; }
 
  private:

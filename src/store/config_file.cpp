@@ -43,4 +43,23 @@ Result<int> raise_use_counter() {
   return uses;
 }
 
+int read_use_counter() {
+  return std::max(0, Leggi_tag_int(kConfigFile, false, kUseCounterKey));
+}
+
+std::optional<WindowPosition> read_window_position(const std::string& name) {
+  // Leggi_tag_int gives -1 for a missing tag, so one test covers missing and negative.
+  const int x = Leggi_tag_int(kConfigFile, false, name + "_posX");
+  const int y = Leggi_tag_int(kConfigFile, false, name + "_posY");
+  if (x < 0 || y < 0) return std::nullopt;
+  return WindowPosition{x, y};
+}
+
+Status save_window_position(const std::string& name, WindowPosition position) {
+  TagEdit edit = config_edit();
+  edit.set(name + "_posX", std::to_string(position.x));
+  edit.set(name + "_posY", std::to_string(position.y));
+  return edit.apply(false);
+}
+
 }  // namespace quorva

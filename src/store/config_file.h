@@ -92,5 +92,18 @@ inline TagEdit config_edit() {
 
 /// Raises the use counter by one in one read-modify-write; the new count.
 Result<int> raise_use_counter();
+/// The use counter as stored; 0 when missing.
+int read_use_counter();
+
+/// A dialog's last left and top screen position, kept as W + "_posX" and W + "_posY".
+struct WindowPosition {
+  int x = 0;
+  int y = 0;
+};
+/// The kept position of window `name`; nullopt when either tag is missing or negative, so
+/// the dialog opens at its default place.
+std::optional<WindowPosition> read_window_position(const std::string& name);
+/// Keeps the position of window `name`, adding the tags when missing, in one write.
+Status save_window_position(const std::string& name, WindowPosition position);
 
 }  // namespace quorva

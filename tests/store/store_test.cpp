@@ -133,5 +133,26 @@ TEST_F(StoreTest, ConfigurationDefaultsAndCounter) {
   EXPECT_EQ(TagText(read_text("Resource/QVconfig.ini")).integer(kUseCounterKey), 42);
 }
 
+TEST_F(StoreTest, WindowPositionsRoundTripAndNegativeOnesAreIgnored) {
+  write_text("Resource/QVconfig.ini",
+             "target_language=ENG\nWindowMain_posX=-5\nWindowMain_posY=40\n"
+             "WindowGenerate_posX=12\n");
+  EXPECT_FALSE(read_window_position("WindowMain"));      // negative left
+  EXPECT_FALSE(read_window_position("WindowGenerate"));  // top missing
+  EXPECT_FALSE(read_window_position("WindowFtpData"));   // neither
+  ASSERT_TRUE(save_window_position("WindowGenerate", {300, 0}));
+  ASSERT_TRUE(save_window_position("WindowMain", {7, 8}));
+  const std::optional<WindowPosition> kept = read_window_position("WindowGenerate");
+  ASSERT_TRUE(kept);
+  EXPECT_EQ(kept->x, 300);
+  EXPECT_EQ(kept->y, 0);
+  // Replaced where they stood, added at the end when missing; nothing else touched.
+  EXPECT_EQ(read_text("Resource/QVconfig.ini"),
+            "target_language=ENG\nWindowMain_posX=7\nWindowMain_posY=8\nWindowGenerate_posX=300\n"
+            "WindowGenerate_posY=0\n");
+  FaultyDisk full("QVconfig");
+  EXPECT_FALSE(save_window_position("WindowMain", {1, 1}));
+}
+
 }  // namespace
 }  // namespace quorva::test

@@ -1,0 +1,87 @@
+#include "ui/screenshots.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTabWidget>
+#include <memory>
+
+#include "panels/dynamic_list.h"
+#include "store/user_file.h"
+#include "ui/advanced_options_dialog.h"
+#include "ui/dynamic_list_dialog.h"
+#include "ui/error_popup.h"
+#include "ui/generate_dialog.h"
+#include "ui/labels.h"
+#include "ui/main_window.h"
+#include "ui/preview_dialog.h"
+#include "ui/qt_text.h"
+#include "ui/threaded_interface.h"
+#include "ui/user_data_dialog.h"
+
+namespace quorva::gui {
+namespace {
+
+// Shows the widget, lets it lay out and paint, and saves it; the widget is not closed
+// through its buttons, so no position is written.
+bool save(QWidget* widget, const QDir& folder, const QString& name, QStringList& written) {
+  widget->show();
+  for (int i = 0; i < 5; ++i) QApplication::processEvents();
+  const QString file = folder.filePath(name + ".png");
+  if (!widget->grab().save(file)) return false;
+  written << file;
+  widget->hide();
+  return true;
+}
+
+// The DCLGEN members of the source folder, as a list to pick from.
+DynamicListSetup member_list() {
+  DynamicListSetup setup{{}, {"Member", "Bytes"}, {12, 8}, "Dynamic List", {}};
+  const QDir source(to_qt(read_source_directory(false).value_or(".")));
+  for (const QFileInfo& file : source.entryInfoList({"*.DCL"}, QDir::Files, QDir::Name)) {
+    setup.rows.push_back({file.completeBaseName().toStdString(), std::to_string(file.size())});
+    setup.checked.push_back(setup.rows.size() == 1);
+  }
+  if (setup.rows.empty()) setup.rows = {{"CUSTOMER", "1200"}, {"ORDERS", "900"}};
+  return setup;
+}
+
+}  // namespace
+
+QStringList take_screenshots(const QString& folder, ThreadedInterface& port) {
+  QStringList written;
+  QDir target(folder);
+  if (!target.exists() && !QDir().mkpath(folder)) return written;
+
+  MainWindow main(port);
+  save(&main, target, "main_window", written);
+  {
+    UserDataDialog dialog(&main);
+    save(&dialog, target, "user_data", written);
+  }
+  {
+    AdvancedOptionsDialog dialog(&main);
+    const char* pages[] = {"advanced_options_main", "advanced_options_ftp", "advanced_options_db2"};
+    for (int page = 0; page < 3; ++page) {
+      dialog.pages()->setCurrentIndex(page);
+      save(&dialog, target, pages[page], written);
+    }
+  }
+  {
+    GenerateDialog dialog(port, &main);
+    save(&dialog, target, "generate", written);
+  }
+  if (std::unique_ptr<PreviewDialog> preview{PreviewDialog::open_current(&main)})
+    save(preview.get(), target, "preview", written);
+  {
+    ErrorPopup popup(text(Label::kBaseParametersLater), &main);
+    save(&popup, target, "error_popup", written);
+  }
+  const DynamicListSetup setup = member_list();
+  if (Result<DynamicList> list = DynamicList::open(&setup)) {
+    DynamicListDialog dialog(std::move(*list), &main);
+    save(&dialog, target, "dynamic_list", written);
+  }
+  return written;
+}
+
+}  // namespace quorva::gui

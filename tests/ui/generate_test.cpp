@@ -1,0 +1,97 @@
+// Generate the Program: GO from the window writes what `quorva generate` writes, off the
+// window's thread; a declined overwrite leaves the program alone; the preview shows it.
+#include <QPlainTextEdit>
+#include <QProgressBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <memory>
+
+#include "support/temp_folder.h"
+#include "ui/generate_dialog.h"
+#include "ui/preview_dialog.h"
+#include "ui/program_view.h"
+#include "ui_test_support.h"
+
+namespace quorva::gui::test {
+
+using quorva::test::read_text;
+using quorva::test::write_text;
+
+class GenerateTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void init() { folder_ = std::make_unique<GuiFolder>(); }
+  void cleanup() { folder_.reset(); }
+
+  void goWritesWhatTheCommandLineWrites() {
+    // The twin has its own source folder, so each writes its own program.
+    QCOMPARE(folder_->twin_run("--yes user set folder=" + twin_programs()).status, 0);
+    QCOMPARE(folder_->twin_run("--yes generate").status, 0);
+    GenerateDialog dialog(folder_->port, nullptr);
+    QVERIFY(dialog.status()->toPlainText().contains("Waiting START Process for :CUSTMOV"));
+    QSignalSpy ended(&dialog, &GenerateDialog::generation_ended);
+    dialog.go();
+    QVERIFY(dialog.busy() || ended.count() == 1);
+    QVERIFY(ended.count() == 1 || ended.wait(20000));
+    QCOMPARE(dialog.last_result().status, GenerationResult::kDone);
+    const std::string program = read_text(folder_->shared / "CUSTMOV.txt");
+    QVERIFY(program.size() > 1000);
+    QCOMPARE(program, read_text(folder_->twin / "programs" / "CUSTMOV.txt"));
+    QCOMPARE(read_text("Resource/QVconfig.ini"),
+             read_text(folder_->twin / "Resource/QVconfig.ini"));
+    for (int i = 0; i < 3; ++i) QCOMPARE(dialog.bar(i)->value(), dialog.bar(i)->maximum());
+    QVERIFY(dialog.status()->toPlainText().contains("Quorva JOB complete!!!"));
+    QVERIFY(folder_->script.questions.empty());
+
+    // The preview: the program, its break point, nothing past it.
+    std::unique_ptr<PreviewDialog> preview(PreviewDialog::open_current(nullptr));
+    QVERIFY(preview);
+    QCOMPARE(preview->view()->toPlainText().toStdString(), program);
+    QCOMPARE(preview->view()->break_point(), 72);
+    QCOMPARE(preview->view()->lines_past_break_point(), 0);
+    QVERIFY(preview->view()->find_next("PROCEDURE DIVISION"));
+    QVERIFY(!preview->view()->find_next("NOT IN THE PROGRAM"));
+  }
+
+  void declinedOverwriteLeavesTheProgram() {
+    write_text(folder_->shared / "CUSTMOV.txt", "old program\n");
+    const auto before = snapshot(folder_->home.path);
+    GenerateDialog dialog(folder_->port, nullptr);
+    folder_->script.answer(false);
+    dialog.go();
+    QCOMPARE(dialog.last_result().status, GenerationResult::kDeclined);
+    QVERIFY(!dialog.busy());
+    QCOMPARE(folder_->script.questions.size(), std::size_t{1});
+    QVERIFY(folder_->script.questions[0].rfind("Existing File|", 0) == 0);
+    QCOMPARE(read_text(folder_->shared / "CUSTMOV.txt"), std::string("old program\n"));
+    // Only warning.log, recreated when the panel opened.
+    QCOMPARE(changed_files(before, snapshot(folder_->home.path)),
+             std::vector<std::string>{"+warning.log"});
+  }
+
+  void missingProgramAndRefusedNote() {
+    QVERIFY(!PreviewDialog::open_current(nullptr));
+    QVERIFY(folder_->script.messages.back().rfind("Cannot find the following file:\n", 0) == 0);
+    GenerateDialog dialog(folder_->port, nullptr);
+    QSignalSpy transferred(&dialog, &GenerateDialog::transfer_ended);
+    folder_->script.answer(false);  // the Information Note is not accepted
+    dialog.transfer();
+    QVERIFY(folder_->script.questions.back().find("I've readed , understood and accepted") !=
+            std::string::npos);
+    QVERIFY(!dialog.busy());
+    QCOMPARE(transferred.count(), 0);
+  }
+
+ private:
+  std::string twin_programs() const { return (folder_->twin / "programs").string() + "/"; }
+
+  std::unique_ptr<GuiFolder> folder_;
+};
+
+QObject* make_generate_test() {
+  return new GenerateTest;
+}
+
+}  // namespace quorva::gui::test
+
+#include "generate_test.moc"

@@ -102,11 +102,16 @@ FlagTable FlagTable::build(const ProgramDefinition& def, int& messages) {
   if (def.parameters > 0) {
     table.add(code_of(L, '2', 'N'), def.parameters);
     table.add(code_of(L, '2', 'M'), 0);
+    // One card of the run step's SYSIN (or PARMIN) per card the program reads.
+    table.add(code_of('J', L, 'N'), def.parameters);
   }
   if (def.output_files + def.excel_files + def.input_files > 0) table.add(code_of(L, 'F', ' '), 0);
   if (def.db2_accesses() > 0 || def.commit || def.rollback) {
     table.add(code_of(L, '2', ' '), 0);
     table.add(code_of('J', L, '2'), 0);
+  } else {
+    // Without DB2 the program is the step's own program, not run under the DSN monitor.
+    table.add(code_of('J', L, 'P'), 0);
   }
   for (int slot = 1; slot <= kFlagCollectionSlots; ++slot) {
     const std::string tag =
@@ -119,7 +124,8 @@ FlagTable FlagTable::build(const ProgramDefinition& def, int& messages) {
     for (ConversionPair& pair : pairs) plain.emplace_back(pair.key, pair.value);
     table.add_custom_flags(def, plain, messages);
   }
-  if (!def.jcl)
+  // A routine is called by other programs, not run by a job step: it gets no run JCL.
+  if (!def.jcl || def.kind == ProgramDefinition::kRoutine)
     std::erase_if(table.entries_, [](const FlagEntry& entry) { return entry.code[0] == 'J'; });
   return table;
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "store/program_name.h"
+
 namespace quorva::test {
 namespace {
 
@@ -26,9 +28,15 @@ TEST(ProgramJcl, TheProgramAloneIsTheFileLessItsJclLines) {
     EXPECT_EQ(program_without_jcl(c.program, c.jcl), c.alone) << c.program;
 }
 
-TEST(ProgramJcl, NameBesideTheProgram) {
+TEST(ProgramJcl, NamesAndLibraries) {
   EXPECT_EQ(jcl_file_of("/home/u/programs/PAYROLL.txt"), "/home/u/programs/PAYROLL.jcl");
   EXPECT_EQ(jcl_file_of("/home/u.v/PAYROLL"), "/home/u.v/PAYROLL.jcl");
+  for (const char* good : {"HLQ.JCL", "'USER01.PROD.JCL'", "a.b", "SYS1.PROCLIB", "A$#@-1.B"})
+    EXPECT_TRUE(is_library_name(good)) << good;
+  for (const char* bad :
+       {"", "HLQ..JCL", "HLQ.JCL(MEMBER)", "1HLQ.JCL", "HLQ.-JCL", "HLQ JCL", "'HLQ.JCL",
+        "HLQ.ABCDEFGHI", "A.B.C.D.E.F.G.H.I.J.K.L.M.N.O.P.Q.R.S.T.U.V.W"})
+    EXPECT_FALSE(is_library_name(bad)) << bad;
 }
 
 }  // namespace

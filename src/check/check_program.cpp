@@ -11,6 +11,7 @@
 #include "check/check_jcl.h"
 #include "check/check_layout.h"
 #include "check/check_leftovers.h"
+#include "check/check_unit_of_work.h"
 #include "store/parbase_file.h"
 #include "store/program_jcl.h"
 #include "store/program_name.h"
@@ -50,6 +51,7 @@ CheckReport check_program_text(const std::string& name, CheckLanguage language,
   if (language == CheckLanguage::kEasytrieve) {
     append(check_easytrieve(program));
   } else {
+    append(check_unit_of_work(program));
     HostVariableCheck hosts = check_host_variables(program, options.folders);
     report.notes.insert(report.notes.end(), hosts.notes.begin(), hosts.notes.end());
     if (options.compile) {

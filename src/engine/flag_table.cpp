@@ -55,11 +55,16 @@ FlagTable FlagTable::build(const ProgramDefinition& def, int& messages) {
     table.add(code_of(L, 'X', ' '), 0);
     table.add(code_of('J', L, 'X'), 0);
   }
-  if (def.rollback) {
+  // A routine works inside its caller's unit of work: it neither commits nor rolls back.
+  // A program that changes DB2 always rolls back on an error: ending normally under the
+  // DSN monitor would commit the partial work.
+  const bool own_unit = def.kind != ProgramDefinition::kRoutine;
+  const bool changes_db2 = def.update + def.insert + def.remove > 0;
+  if (own_unit && (def.rollback || changes_db2)) {
     table.add(code_of(L, '2', 'R'), 0);
     table.add(code_of('J', L, 'K'), 0);
   }
-  if (def.commit) {
+  if (own_unit && def.commit) {
     table.add(code_of(L, '2', 'C'), 0);
     table.add(code_of('J', L, 'C'), 0);
   }

@@ -84,6 +84,9 @@ const PlantedFault kCobolFaults[] = {
      6, "SDSNEXIT must come before SDSNLOAD"},
     {"ACCEPT WS-DATE.", "ACCEPT WS-DATE.\n           ACCEPT WS-DATE FROM SYSIN.", 3,
      "ACCEPTs 2 SYSIN cards but the SYSIN DD holds 1"},
+    {"EXEC SQL COMMIT END-EXEC.", "EXEC SQL\n                DELETE FROM PROD.ORDERS END-EXEC.", 57,
+     "changes DB2 but never rolls back"},
+    {"STOP RUN.", "GOBACK.", 56, "a routine must not COMMIT"},
 };
 
 const PlantedFault kEasytrieveFaults[] = {

@@ -45,6 +45,13 @@ TEST_F(FlagTableTest, BuiltInRowsInOrderWithTheHistoricalLetters) {
   FlagTable routine = FlagTable::build(def, messages);
   // Nor any JCL, JCL chosen or not: it is called, not run by a job step.
   EXPECT_EQ(table_text(routine), "[C  ]0[CR ]0[CR ]3");
+  // A routine neither commits nor rolls back its caller's work; a program that changes DB2
+  // always rolls back on an error.
+  def = ProgramDefinition{
+      .kind = ProgramDefinition::kRoutine, .update = 1, .rollback = true, .commit = true};
+  EXPECT_EQ(table_text(FlagTable::build(def, messages)), "[C  ]0[CR ]0[C2U]1[C2 ]0");
+  def = ProgramDefinition{.insert = 1};
+  EXPECT_EQ(table_text(FlagTable::build(def, messages)), "[C  ]0[CB ]0[C2R]0[C2I]1[C2 ]0");
   ASSERT_NE(routine.find("CR "), nullptr);
   EXPECT_EQ(routine.find("CR ")->count, 0);
 }

@@ -209,9 +209,76 @@ std::string upper(std::string text) {
   return text;
 }
 
-void check_run_step(const CheckedProgram& program, const std::vector<JclStatement>& statements,
+std::string ends_with_library(const std::string& dsn) {
+  for (const char* library : {"SDSNEXIT", "SDSNLOAD"}) {
+    const std::string tail = std::string(".") + library;
+    if (dsn.size() >= tail.size() && dsn.compare(dsn.size() - tail.size(), tail.size(), tail) == 0)
+      return library;
+  }
+  return "";
+}
+
+// What a step must hold once: each DD name, each symbol a SET gives a value, and DB2's exit
+// library ahead of its load library (DSNHDECP is taken from the first that has it).
+void check_steps(const CheckedProgram& program, const std::vector<JclStatement>& statements,
+                 std::vector<CheckFinding>& findings) {
+  std::map<std::string, size_t> dds;
+  std::map<std::string, size_t> symbols;
+  std::string step = "(job)";
+  std::string concatenation;  // the DD whose unnamed followers are concatenated to it
+  size_t exit_line = 0, load_line = 0;
+  bool has_exit = false, has_load = false;
+  auto check_order = [&] {
+    if (has_exit && has_load && load_line < exit_line)
+      add_finding(findings, program, exit_line,
+                  "DD " + concatenation +
+                      ": DB2's SDSNEXIT must come before SDSNLOAD in the concatenation");
+    has_exit = has_load = false;
+  };
+  for (const JclStatement& statement : statements) {
+    if (statement.operation == "SET") {
+      for (const std::string& assignment : split_operands(statement.operands)) {
+        const std::string symbol = assignment.substr(0, assignment.find('='));
+        auto [first, fresh] = symbols.emplace(symbol, statement.first);
+        if (!fresh)
+          add_finding(findings, program, statement.first,
+                      "symbol " + symbol + " is SET twice (first on line " +
+                          std::to_string(first->second + 1) + ")");
+      }
+      continue;
+    }
+    if (statement.operation == "JOB" || statement.operation == "EXEC") {
+      check_order();
+      dds.clear();
+      concatenation.clear();
+      step = statement.operation == "JOB" ? "(job)"
+             : statement.name.empty()     ? "(unnamed)"
+                                          : statement.name;
+      continue;
+    }
+    if (statement.operation != "DD") continue;
+    if (!statement.name.empty()) {
+      check_order();
+      concatenation = statement.name;
+      auto [first, fresh] = dds.emplace(statement.name, statement.first);
+      if (!fresh)
+        add_finding(findings, program, statement.first,
+                    "step " + step + ": DD " + statement.name + " is given twice (first on line " +
+                        std::to_string(first->second + 1) + ")");
+    }
+    std::vector<std::string> ops = split_operands(statement.operands);
+    std::string dsn = keyword(ops, "DSN");
+    if (dsn.empty()) dsn = keyword(ops, "DSNAME");
+    const std::string library = ends_with_library(dsn);
+    if (library == "SDSNEXIT" && !has_exit) has_exit = true, exit_line = statement.first;
+    if (library == "SDSNLOAD" && !has_load) has_load = true, load_line = statement.first;
+  }
+  check_order();
+}
+
+void check_run_step(const CheckedProgram& program, const ProgramFiles& files,
+                    const std::vector<JclStatement>& statements,
                     std::vector<CheckFinding>& findings) {
-  ProgramFiles files = program_files(program);
   std::string me = upper(program.name);
   // Symbols of SET statements, so EXEC PGM=&RUNPGM names the program it runs.
   std::map<std::string, std::string> symbols;
@@ -261,6 +328,13 @@ void check_run_step(const CheckedProgram& program, const std::vector<JclStatemen
       if (!dds.count(dd)) report("no DD statement for the program's file " + dd);
     if (files.reads_sysin && !dds.count("SYSIN"))
       report("the program reads SYSIN cards (ACCEPT) but the step has no SYSIN DD");
+    // Each ACCEPT takes one card; past the last one the program reads nothing it can use.
+    else if (files.reads_sysin &&
+             dds["SYSIN"]->data_lines.size() < static_cast<size_t>(files.sysin_accepts) &&
+             opens_instream_data(program.lines[dds["SYSIN"]->first]))
+      report("the program ACCEPTs " + std::to_string(files.sysin_accepts) +
+             " SYSIN cards but the SYSIN DD holds " +
+             std::to_string(dds["SYSIN"]->data_lines.size()));
     if (tso_run) {
       if (tso.find("DSN SYSTEM(") == std::string::npos &&
           tso.find("DSN  SYSTEM(") == std::string::npos)
@@ -280,6 +354,10 @@ void check_run_step(const CheckedProgram& program, const std::vector<JclStatemen
 }  // namespace
 
 std::vector<CheckFinding> check_jcl(const CheckedProgram& program) {
+  return check_jcl(program, program_files(program));
+}
+
+std::vector<CheckFinding> check_jcl(const CheckedProgram& program, const ProgramFiles& files) {
   std::vector<CheckFinding> findings;
   std::vector<JclStatement> statements = parse_jcl(program, findings);
   if (statements.empty()) return findings;
@@ -294,7 +372,8 @@ std::vector<CheckFinding> check_jcl(const CheckedProgram& program) {
       add_finding(findings, program, statement.first, "EXEC names no program or procedure");
     if (statement.operation == "DD") check_dd(program, statement, findings);
   }
-  check_run_step(program, statements, findings);
+  check_steps(program, statements, findings);
+  check_run_step(program, files, statements, findings);
   std::sort(findings.begin(), findings.end(),
             [](const CheckFinding& a, const CheckFinding& b) { return a.line < b.line; });
   return findings;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "check/check_finding.h"
+#include "check/check_program_files.h"
 
 namespace quorva {
 
@@ -29,5 +30,8 @@ std::vector<std::string> split_operands(const std::string& operands);
 /// SYSIN cards and PARM it reads, and for DB2 runs through the TSO batch monitor the DSN
 /// SYSTEM, RUN PROGRAM, PLAN and LIB.
 std::vector<CheckFinding> check_jcl(const CheckedProgram& program);
+/// The same for JCL kept apart from its program: `files` are what the program reads. Also
+/// each DD once per step, each SET symbol once, and SDSNEXIT ahead of SDSNLOAD.
+std::vector<CheckFinding> check_jcl(const CheckedProgram& jcl, const ProgramFiles& files);
 
 }  // namespace quorva

@@ -11,8 +11,11 @@
 #include "check/check_jcl.h"
 #include "check/check_layout.h"
 #include "check/check_leftovers.h"
+#include "check/check_unit_of_work.h"
 #include "store/parbase_file.h"
+#include "store/program_jcl.h"
 #include "store/program_name.h"
+#include "tagfile/disk.h"
 #include "tagfile/tag_file.h"
 
 namespace fs = std::filesystem;
@@ -48,6 +51,7 @@ CheckReport check_program_text(const std::string& name, CheckLanguage language,
   if (language == CheckLanguage::kEasytrieve) {
     append(check_easytrieve(program));
   } else {
+    append(check_unit_of_work(program));
     HostVariableCheck hosts = check_host_variables(program, options.folders);
     report.notes.insert(report.notes.end(), hosts.notes.begin(), hosts.notes.end());
     if (options.compile) {
@@ -86,7 +90,39 @@ CheckReport check_program_file(const std::string& path, std::optional<CheckLangu
   CheckReport report = check_program_text(
       file.stem().string(), language.value_or(detect_language(text.str())), text.str(), options);
   report.file = path;
+  if (file.extension() == ".txt") check_jcl_beside(report, text.str(), language);
   return report;
+}
+
+void check_jcl_beside(CheckReport& report, const std::string& program_text,
+                      std::optional<CheckLanguage> language) {
+  const std::string jcl_file = jcl_file_of(report.file);
+  FileRead jcl = disk().read(jcl_file);
+  if (jcl.status == FileRead::kMissing) return;
+  const std::string name = fs::path(report.file).stem().string();
+  if (jcl.status != FileRead::kRead) {
+    report.findings.push_back({0, "the JCL beside the program cannot be read", "", jcl_file});
+    return;
+  }
+  std::vector<CheckFinding> findings;
+  if (!program_without_jcl(program_text, jcl.text))
+    findings.push_back({0,
+                        "this is not the JCL of " + fs::path(report.file).filename().string() +
+                            ": some of its lines are not in the program file (generate again)",
+                        "", ""});
+  const CheckedProgram program =
+      split_program(name, language.value_or(detect_language(program_text)), program_text);
+  // In-stream data of a JCL alone ends only at "/*" or the next statement.
+  const CheckedProgram alone = split_program(name, CheckLanguage::kCobol, jcl.text);
+  for (auto more :
+       {check_layout(alone), check_leftovers(alone), check_jcl(alone, program_files(program))})
+    findings.insert(findings.end(), more.begin(), more.end());
+  std::stable_sort(findings.begin(), findings.end(),
+                   [](const CheckFinding& a, const CheckFinding& b) { return a.line < b.line; });
+  for (CheckFinding& finding : findings) {
+    finding.file = jcl_file;
+    report.findings.push_back(std::move(finding));
+  }
 }
 
 std::optional<std::string> current_program_file() {

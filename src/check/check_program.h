@@ -32,10 +32,16 @@ CheckLanguage detect_language(const std::string& text);
 CheckReport check_program_text(const std::string& name, CheckLanguage language,
                                const std::string& text, const CheckOptions& options);
 
-/// Checks a program file; the language is detected when not given. The copybook folder of
-/// DCLGEN members defaults to the program's own folder.
+/// Checks a program file, and NAME.jcl beside NAME.txt; the language is detected when not
+/// given. The copybook folder of DCLGEN members defaults to the program's own folder.
 CheckReport check_program_file(const std::string& path, std::optional<CheckLanguage> language,
                                CheckOptions options);
+
+/// NAME.jcl beside the program file NAME.txt, when there is one: layout, leftovers and the
+/// JCL rules against the files the program reads, and that it is the JCL of that program.
+/// Its findings name the JCL file.
+void check_jcl_beside(CheckReport& report, const std::string& program_text,
+                      std::optional<CheckLanguage> language);
 
 /// The current program of the working folder: sourcedirectory of Resource/User.dat +
 /// nomeprogr of temp/Parbase.dat + ".txt"; nullopt when either is missing.

@@ -112,7 +112,10 @@ ProgramFiles program_files(const CheckedProgram& program) {
   for (auto it = std::sregex_iterator(source.begin(), source.end(), kAccept);
        it != std::sregex_iterator(); ++it) {
     std::string from = (*it).str(2);
-    if (from.empty() || from == "SYSIN") files.reads_sysin = true;
+    if (from.empty() || from == "SYSIN") {
+      files.reads_sysin = true;
+      ++files.sysin_accepts;
+    }
   }
   static const std::regex kUsing(R"(\bPROCEDURE\s+DIVISION\s+USING\b)");
   // A routine (GOBACK without STOP RUN) is called, not run by a step.

@@ -11,6 +11,7 @@ namespace quorva {
 struct ProgramFiles {
   std::vector<std::string> dd_names;  ///< COBOL ASSIGN names, Easytrieve FILE names
   bool reads_sysin = false;           ///< COBOL ACCEPT from SYSIN
+  int sysin_accepts = 0;              ///< how many ACCEPT statements read SYSIN
   bool reads_parm = false;            ///< a main COBOL program with PROCEDURE DIVISION USING
 };
 

@@ -55,11 +55,16 @@ FlagTable FlagTable::build(const ProgramDefinition& def, int& messages) {
     table.add(code_of(L, 'X', ' '), 0);
     table.add(code_of('J', L, 'X'), 0);
   }
-  if (def.rollback) {
+  // A routine works inside its caller's unit of work: it neither commits nor rolls back.
+  // A program that changes DB2 always rolls back on an error: ending normally under the
+  // DSN monitor would commit the partial work.
+  const bool own_unit = def.kind != ProgramDefinition::kRoutine;
+  const bool changes_db2 = def.update + def.insert + def.remove > 0;
+  if (own_unit && (def.rollback || changes_db2)) {
     table.add(code_of(L, '2', 'R'), 0);
     table.add(code_of('J', L, 'K'), 0);
   }
-  if (def.commit) {
+  if (own_unit && def.commit) {
     table.add(code_of(L, '2', 'C'), 0);
     table.add(code_of('J', L, 'C'), 0);
   }
@@ -102,11 +107,16 @@ FlagTable FlagTable::build(const ProgramDefinition& def, int& messages) {
   if (def.parameters > 0) {
     table.add(code_of(L, '2', 'N'), def.parameters);
     table.add(code_of(L, '2', 'M'), 0);
+    // One card of the run step's SYSIN (or PARMIN) per card the program reads.
+    table.add(code_of('J', L, 'N'), def.parameters);
   }
   if (def.output_files + def.excel_files + def.input_files > 0) table.add(code_of(L, 'F', ' '), 0);
   if (def.db2_accesses() > 0 || def.commit || def.rollback) {
     table.add(code_of(L, '2', ' '), 0);
     table.add(code_of('J', L, '2'), 0);
+  } else {
+    // Without DB2 the program is the step's own program, not run under the DSN monitor.
+    table.add(code_of('J', L, 'P'), 0);
   }
   for (int slot = 1; slot <= kFlagCollectionSlots; ++slot) {
     const std::string tag =
@@ -119,7 +129,8 @@ FlagTable FlagTable::build(const ProgramDefinition& def, int& messages) {
     for (ConversionPair& pair : pairs) plain.emplace_back(pair.key, pair.value);
     table.add_custom_flags(def, plain, messages);
   }
-  if (!def.jcl)
+  // A routine is called by other programs, not run by a job step: it gets no run JCL.
+  if (!def.jcl || def.kind == ProgramDefinition::kRoutine)
     std::erase_if(table.entries_, [](const FlagEntry& entry) { return entry.code[0] == 'J'; });
   return table;
 }

@@ -13,6 +13,7 @@
 #include "engine/program_members.h"
 #include "port/user_interface.h"
 #include "store/config_file.h"
+#include "store/program_jcl.h"
 #include "tagfile/disk.h"
 #include "tagfile/folder_lock.h"
 #include "tagfile/log.h"
@@ -52,6 +53,55 @@ bool open_failed(const std::string& name, const std::string& error) {
   Scrivi_log_dettaglio("nomefile:", name, kNoNumber, kNoNumber, LogKind::kError);
   if (!error.empty()) Scrivi_log_dettaglio("errore:", error, kNoNumber, kNoNumber, LogKind::kError);
   return false;
+}
+
+void warn(GenerationResult& result, const std::string& warning) {
+  Scrivi_log(warning, kNoNumber, LogKind::kWarning);
+  result.warnings.push_back(warning);
+}
+
+// The JCL goes first, so a failure leaves the previous program and JCL as they were; when
+// the program then cannot be written, the previous JCL is put back. A program with no run
+// JCL removes the one an earlier generation left, which would be sent as if current.
+bool write_program_and_jcl(const ProgramDefinition& def, GenerationResult& result,
+                           const std::string& program, const std::string& jcl) {
+  const std::string jcl_name = jcl_file_of(result.output_name);
+  const std::string shown = def.name + ".jcl";
+  const bool run_jcl = def.jcl && def.kind != ProgramDefinition::kRoutine && !jcl.empty();
+  const FileRead previous = disk().read(jcl_name);
+  if (run_jcl) {
+    if (FileWrite written = disk().replace(jcl_name, jcl); !written.ok())
+      return open_failed(jcl_name, written.error);
+  }
+  // Replaced whole: until the rename the previous program stays as it was.
+  if (FileWrite written = disk().replace(result.output_name, program); !written.ok()) {
+    if (run_jcl) {
+      std::string reason;
+      if (previous.status == FileRead::kRead)
+        (void)disk().replace(jcl_name, previous.text);
+      else
+        (void)disk().remove(jcl_name, reason);
+    }
+    return open_failed(result.output_name, written.error);
+  }
+  if (run_jcl || previous.status == FileRead::kMissing) return true;
+  std::string reason;
+  if (disk().remove(jcl_name, reason))
+    warn(result, bilingual(shown + " of an earlier generation was removed: this program has no "
+                                   "run JCL (JCL not chosen, or a routine, which is called and "
+                                   "is no job step).",
+                           shown + " di una generazione precedente e' stato rimosso: questo "
+                                   "programma non ha JCL di esecuzione (JCL non scelto, o una "
+                                   "routine, che e' chiamata e non e' uno step di job)."));
+  else
+    warn(result,
+         bilingual(shown + " of an earlier generation could not be removed (" + reason +
+                       "): it is not the JCL of this program, remove it before "
+                       "sending.",
+                   shown + " di una generazione precedente non e' stato rimosso (" + reason +
+                       "): non e' il JCL di questo programma, rimuoverlo prima "
+                       "dell'invio."));
+  return true;
 }
 
 // About what the program will take: the code lines with their ends.
@@ -112,11 +162,7 @@ GenerationResult run_generation(const GenerationJob& job) {
   Bar third(kBarOutput, static_cast<int>(lines.size()));
   write_program(lines, pass, [&](int n) { third.set(n); });
   if (lines.empty()) third.set(1);
-  // Replaced whole: until the rename the previous program stays as it was.
-  if (FileWrite written = disk().replace(result.output_name, writer.text()); !written.ok()) {
-    open_failed(result.output_name, written.error);
-    return result;
-  }
+  if (!write_program_and_jcl(def, result, writer.text(), writer.jcl_text())) return result;
 
   result.status = GenerationResult::kDone;
   result.lines_written = writer.lines_written();

@@ -24,6 +24,8 @@ LineWriter::LineWriter(const ProgramDefinition& def, const ConversionList& conve
 void LineWriter::scrivi_riga_output(std::string_view text) {
   if (text.size() >= 4 && filtered_out(text[3], def_)) return;
   const bool once = text.size() > 5 && text[5] == kOnceFlag;
+  // Taken from the template's flag, before a conversion can change the first column.
+  const bool jcl = !text.empty() && text[0] == 'J';
   // One working buffer for every line: its room is kept from line to line.
   std::string& line = work_;
   line.assign(text);
@@ -40,6 +42,10 @@ void LineWriter::scrivi_riga_output(std::string_view text) {
   if (break_line(break_point_, continuation_, kContinuationIndent, line)) ++lines_written_;
   text_ += line;
   text_ += '\n';
+  if (jcl) {
+    jcl_text_ += line;
+    jcl_text_ += '\n';
+  }
   ++lines_written_;
   if (first_kept_ < 3) {
     ++first_kept_;

@@ -34,6 +34,8 @@ class LineWriter {
   /// Room for a program of about `bytes`, so the text is not moved as it grows.
   void reserve(std::size_t bytes) { text_.reserve(bytes); }
   const std::string& text() const { return text_; }
+  /// The JCL lines alone (template lines flagged "J"), as they stand in text().
+  const std::string& jcl_text() const { return jcl_text_; }
   int lines_written() const { return lines_written_; }
   /// The first three lines written, each followed by "\r\n".
   const std::string& first_lines() const { return first_lines_; }
@@ -44,6 +46,7 @@ class LineWriter {
   int break_point_;
   char continuation_;
   std::string text_;
+  std::string jcl_text_;
   std::string work_;
   std::string first_lines_;
   int lines_written_ = 0;

@@ -10,6 +10,7 @@
 #include "host/curl_library.h"
 #include "host/host_lines.h"
 #include "host/host_reply.h"
+#include "host/member_text.h"
 #include "tagfile/disk.h"
 #include "tagfile/messages.h"
 
@@ -219,13 +220,17 @@ ScriptOutcome run_ftp_script(const FtpScript& script, const HostOptions& options
         why = bilingual("I cannot find the following file:\n", "Non trovo il seguente file :\n") +
               command.local;
         failure = Failure::kThisOnly;
-      } else if (Status lines = check_host_lines(command.local, local.text, options.line_limit(),
+      } else if (Result<std::string> member = member_text(command.local, std::move(local.text));
+                 !member) {
+        why = member.message();
+        failure = Failure::kThisOnly;
+      } else if (Status lines = check_host_lines(command.local, *member, options.line_limit(),
                                                  options.code_pages);
                  !lines) {
         why = lines.message();
         failure = Failure::kThisOnly;
       } else {
-        transfer.data = to_crlf(local.text);
+        transfer.data = to_crlf(*member);
       }
       const std::string site = options.site_parameters();
       if (failure == Failure::kNone && !site.empty() && !site_sent) {

@@ -44,6 +44,14 @@ std::vector<std::string> words_of(std::string_view line, bool& closed) {
   return words;
 }
 
+std::string more_sends(const std::vector<MemberSend>& more) {
+  std::string text;
+  for (const MemberSend& member : more)
+    text += "\n\nrecv " + member.remote + " " + quoted(member.backup) + "\n\nsend " +
+            quoted(member.local) + " " + member.remote;
+  return text;
+}
+
 Status script_error(int line, const std::string& english, const std::string& italian) {
   return Status::failure(bilingual("FTP script, line " + std::to_string(line) + ": " + english,
                                    "Script FTP, riga " + std::to_string(line) + ": " + italian));
@@ -67,9 +75,11 @@ std::string backup_name(const std::string& folder, const std::string& program) {
 
 std::string send_script(const std::string& host, const std::string& user,
                         const std::string& password, const std::string& remote,
-                        const std::string& program_file, const std::string& backup_file) {
+                        const std::string& program_file, const std::string& backup_file,
+                        const std::vector<MemberSend>& more) {
   return "open " + host + "\n" + user + "\n" + password + "\n\nrecv " + remote + " " +
-         quoted(backup_file) + "\n\nsend " + quoted(program_file) + " " + remote + "\n\nbye";
+         quoted(backup_file) + "\n\nsend " + quoted(program_file) + " " + remote +
+         more_sends(more) + "\n\nbye";
 }
 
 std::string download_script(const std::string& host, const std::string& user,

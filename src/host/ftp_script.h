@@ -25,10 +25,19 @@ std::string remote_member(std::string_view library, std::string_view member);
 /// folder + program + "_" + n + ".BKP" for the first n from 1 whose file does not exist.
 std::string backup_name(const std::string& folder, const std::string& program);
 
-/// The script of a program send: fetch the member into the backup, then send the program.
+/// A member a send script carries after the program's: fetched into its backup, then sent.
+struct MemberSend {
+  std::string remote;
+  std::string local;
+  std::string backup;
+};
+
+/// The script of a program send: fetch the member into the backup, then send the program;
+/// then the same for each of `more` (the run JCL to its own library).
 std::string send_script(const std::string& host, const std::string& user,
                         const std::string& password, const std::string& remote,
-                        const std::string& program_file, const std::string& backup_file);
+                        const std::string& program_file, const std::string& backup_file,
+                        const std::vector<MemberSend>& more = {});
 
 /// The script of a DCLGEN download: one recv per (remote member, local file).
 std::string download_script(const std::string& host, const std::string& user,

@@ -3,6 +3,7 @@
 #include <cctype>
 
 #include "store/config_file.h"
+#include "store/program_name.h"
 
 namespace quorva {
 namespace {
@@ -58,6 +59,8 @@ HostOptions read_host_options() {
                 : tls == "EXPLICIT" || tls == "ON" ? HostOptions::Tls::kExplicit
                                                    : HostOptions::Tls::kOff;
   options.ca_file = read_config(kHostCaFileKey).value_or("");
+  options.jcl_library = upper(read_config(kHostJclLibraryKey).value_or(""));
+  if (!is_library_name(options.jcl_library)) options.jcl_library.clear();
   return options;
 }
 

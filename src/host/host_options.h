@@ -16,6 +16,7 @@ struct HostOptions {
   int timeout_seconds = 60;
   Tls tls = Tls::kOff;
   std::string ca_file;
+  std::string jcl_library;  ///< where NAME.jcl is sent, upper case; empty: not sent
 
   /// The longest line a member can hold: LRECL, less the record descriptor for RECFM V.
   int line_limit() const;

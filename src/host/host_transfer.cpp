@@ -3,10 +3,12 @@
 #include "host/ftp_script.h"
 #include "host/host_lines.h"
 #include "host/host_options.h"
+#include "host/member_text.h"
 #include "host/sent_record.h"
 #include "port/user_interface.h"
 #include "store/config_file.h"
 #include "store/key2value_file.h"
+#include "store/program_jcl.h"
 #include "store/program_name.h"
 #include "store/user_file.h"
 #include "tagfile/disk.h"
@@ -91,6 +93,14 @@ bool changed_member_accepted(const UserData& user, const std::string& remote,
                        "scaricato un backup.)"));
 }
 
+// A member of a send: where it goes, the file it comes from, what it holds, its backup.
+struct SentMember {
+  std::string remote;
+  std::string local;
+  std::string text;
+  std::string backup;
+};
+
 }  // namespace
 
 Status send_program(const TransferRunner& run, const std::optional<std::string>& password) {
@@ -105,49 +115,79 @@ Status send_program(const TransferRunner& run, const std::optional<std::string>&
     return shown_failure(
         bilingual("I cannot find the following file:\n", "Non trovo il seguente file :\n") + local);
   const HostOptions options = read_host_options();
-  if (Status lines = check_host_lines(local, text.text, options.line_limit(), options.code_pages);
+  const std::string not_sent =
+      bilingual("\nThe program was not sent.", "\nIl programma non e' stato inviato.");
+  // The source library gets the program alone when its JCL stands beside it.
+  Result<std::string> member = member_text(local, std::move(text.text));
+  if (!member) return shown_failure(member.message() + not_sent);
+  if (Status lines = check_host_lines(local, *member, options.line_limit(), options.code_pages);
       !lines)
-    return shown_failure(lines.message() + bilingual("\nThe program was not sent.",
-                                                     "\nIl programma non e' stato inviato."));
+    return shown_failure(lines.message() + not_sent);
 
-  const std::string remote = remote_member(user->tsolibrary, *program);
-  if (!changed_member_accepted(*user, remote, text.text, run))
-    return shown_failure(
-        bilingual("The program was not sent: the member on the host is left as "
-                  "it is.",
-                  "Il programma non e' stato inviato: il membro sull'host resta "
-                  "com'e'."));
-  const std::string backup = backup_name(folder, *program);
-  const std::string script =
-      send_script(user->ipaddress, user->tsouser, user->pswtso, remote, local, backup);
+  // Each member sent: the program, then its run JCL when there is a library for it.
+  std::vector<SentMember> members{{remote_member(user->tsolibrary, *program), local, *member, ""}};
+  const std::string jcl_local = jcl_file_of(local);
+  FileRead jcl = disk().read(jcl_local);
+  if (jcl.status == FileRead::kRead && !options.jcl_library.empty()) {
+    if (Status lines =
+            check_host_lines(jcl_local, jcl.text, options.line_limit(), options.code_pages);
+        !lines)
+      return shown_failure(lines.message() + not_sent);
+    members.push_back({remote_member(options.jcl_library, *program), jcl_local, jcl.text, ""});
+  } else if (jcl.status == FileRead::kRead) {
+    ui().set_status(
+        bilingual(*program + ".jcl is not sent: no JCL library is set (FTP_JCL_LIBRARY).",
+                  *program + ".jcl non viene inviato: nessuna libreria JCL impostata "
+                             "(FTP_JCL_LIBRARY)."));
+  }
+  for (const SentMember& one : members)
+    if (!changed_member_accepted(*user, one.remote, one.text, run))
+      return shown_failure(
+          bilingual("The program was not sent: the member on the host is left as "
+                    "it is.",
+                    "Il programma non e' stato inviato: il membro sull'host resta "
+                    "com'e'."));
+  // The JCL's backups are NAME_J_n.BKP, apart from the program's NAME_n.BKP.
+  members[0].backup = backup_name(folder, *program);
+  std::vector<MemberSend> more;
+  for (std::size_t i = 1; i < members.size(); ++i) {
+    members[i].backup = backup_name(folder, *program + "_J");
+    more.push_back({members[i].remote, members[i].local, members[i].backup});
+  }
+  const std::string script = send_script(user->ipaddress, user->tsouser, user->pswtso,
+                                         members[0].remote, local, members[0].backup, more);
   if (Status written = write_ftp_script(script); !written) return written;
   const int status = run_and_clean(run);
 
   Status outcome;
   if (status != 0) {
     std::string message = not_completed_message(status);
-    if (disk().exists(backup))
-      message += bilingual("\nThe member's previous version is kept in the backup:\n",
-                           "\nLa versione precedente del membro e' conservata nel backup:\n") +
-                 backup;
+    for (const SentMember& one : members)
+      if (disk().exists(one.backup))
+        message += bilingual("\nThe member's previous version is kept in the backup:\n",
+                             "\nLa versione precedente del membro e' conservata nel backup:\n") +
+                   one.backup;
     outcome = shown_failure(message);
-  } else if (Status recorded = record_sent(remote, text.text); !recorded) {
-    Scrivi_log_dettaglio("Invio non registrato: ", kSentRecordFile, kNoNumber, kNoNumber,
-                         LogKind::kWarning);
+  } else {
+    for (const SentMember& one : members)
+      if (Status recorded = record_sent(one.remote, one.text); !recorded)
+        Scrivi_log_dettaglio("Invio non registrato: ", kSentRecordFile, kNoNumber, kNoNumber,
+                             LogKind::kWarning);
   }
-  if (disk().exists(backup)) {
+  for (const SentMember& one : members) {
+    if (!disk().exists(one.backup)) continue;
     Mostra_popup(bilingual("The file you sent to Host was already existent and produced a "
                            "backup version:\n\n",
                            "Il file inviato all'Host era gia' esistente ed e' stata prodotta una "
                            "versione di backup:\n\n") +
-                 backup +
+                 one.backup +
                  bilingual("\n(Control if you have overwritten an important program...)",
                            "\n(Controllare di non aver sovrascritto un programma importante...)"));
-    Scrivi_log_dettaglio("Backup of the host member before the send: ", backup, kNoNumber,
+    Scrivi_log_dettaglio("Backup of the host member before the send: ", one.backup, kNoNumber,
                          kNoNumber, LogKind::kWarning);
     if (ui().ask_yes_no("FTP", bilingual("Do you want to Open the Backup just downloaded ?\n",
                                          "Vuoi aprire il Backup appena scaricato ?\n")))
-      ui().open_file(backup);
+      ui().open_file(one.backup);
   }
   return outcome;
 }

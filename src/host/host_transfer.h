@@ -14,7 +14,10 @@ namespace quorva {
 /// user data and the program are checked, every line is checked against the library's
 /// record length and the host's code page, the script is written owner-only, the batch
 /// runs, the script and the marker are removed whatever happened, and a backup is
-/// reported, logged and offered for opening. Done only when every transfer was done.
+/// reported, logged and offered for opening. With NAME.jcl beside the program, the member
+/// is the program without that JCL, and when a JCL library is set (FTP_JCL_LIBRARY) NAME.jcl
+/// goes to LIBRARY(NAME) in the same script, after a backup of its own (NAME_J_n.BKP).
+/// Done only when every transfer was done.
 /// `password`, when given, is used instead of the one of User.dat (typed at each transfer).
 Status send_program(const TransferRunner& run = run_transfer_batch,
                     const std::optional<std::string>& password = std::nullopt);

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "port/user_interface.h"
+#include "store/program_name.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
 
@@ -209,6 +210,8 @@ std::optional<std::string> AdvancedOptions::host_option_refusal(const std::strin
     good = one_of({"ON", "OFF", "on", "off"});
   else if (key == kHostTlsKey)
     good = one_of({"OFF", "EXPLICIT", "IMPLICIT"});
+  else if (key == kHostJclLibraryKey)
+    good = is_library_name(value);
   else if (key == kHostCodePageKey)
     good =
         value.find('/') != std::string::npos && value.find_first_of(" ,()'\"") == std::string::npos;

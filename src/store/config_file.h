@@ -46,10 +46,12 @@ constexpr const char* kHostTlsKey = "FTP_TLS";
 constexpr const char* kHostCaFileKey = "FTP_CA_FILE";
 /// Yes/no: the password is typed at each transfer; the one of User.dat is not used.
 constexpr const char* kAskPasswordKey = "FTP_ASK_PASSWORD";
+/// The library the run JCL (NAME.jcl) is sent to, e.g. HLQ.JCL; empty: the JCL is not sent.
+constexpr const char* kHostJclLibraryKey = "FTP_JCL_LIBRARY";
 /// The host keys, in the order the FTP page shows them.
 constexpr const char* kHostKeys[] = {
     kHostLreclKey,   kHostRecfmKey, kHostBlksizeKey, kHostTrailingBlanksKey, kHostCodePageKey,
-    kHostTimeoutKey, kHostTlsKey,   kHostCaFileKey,  kAskPasswordKey};
+    kHostTimeoutKey, kHostTlsKey,   kHostCaFileKey,  kAskPasswordKey,        kHostJclLibraryKey};
 /// The use counter, raised by every generation.
 constexpr const char* kUseCounterKey = "QVjoined";
 

@@ -18,6 +18,27 @@ bool is_member_name(std::string_view name) {
   return true;
 }
 
+bool is_library_name(std::string_view name) {
+  if (name.size() >= 2 && name.front() == '\'' && name.back() == '\'')
+    name = name.substr(1, name.size() - 2);
+  if (name.empty() || name.size() > 44) return false;
+  std::size_t length = 0;
+  for (std::size_t i = 0; i <= name.size(); ++i) {
+    const char c = i < name.size() ? name[i] : '.';
+    if (c == '.') {
+      if (length == 0 || length > 8) return false;
+      length = 0;
+      continue;
+    }
+    const bool letter =
+        (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '@' || c == '#' || c == '$';
+    const bool other = (c >= '0' && c <= '9') || c == '-';
+    if (!letter && !(other && length > 0)) return false;
+    ++length;
+  }
+  return true;
+}
+
 std::string member_name_message(const std::string& name) {
   return bilingual(
              "The Program Name must be a member name: 1 to 8 characters among A-Z, 0-9, "

@@ -10,6 +10,11 @@ namespace quorva {
 /// not starting with a digit. Whatever the files hold, no other name becomes a path.
 bool is_member_name(std::string_view name);
 
+/// A partitioned data set's name as a library is typed: qualifiers of 1 to 8 characters
+/// among A-Z (either case), 0-9, @ # $ -, not starting with a digit or "-", joined by dots,
+/// at most 44 in all; the whole may stand between apostrophes. No member.
+bool is_library_name(std::string_view name);
+
 /// The refusal of a name that is not a member name, naming it.
 std::string member_name_message(const std::string& name);
 

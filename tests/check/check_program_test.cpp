@@ -73,6 +73,20 @@ const PlantedFault kCobolFaults[] = {
     {"//STEPLIB  DD", "//1STEPLIB DD", 4, "invalid JCL name"},
     {"//PGMORDJ  JOB (ACCT),'ORDERS',CLASS=A,MSGCLASS=X,\n//             NOTIFY=&SYSUID\n", "", 1,
      "does not begin with a JOB"},
+    {"DISP=SHR\n//ORDOUT", "DISP=SHR\n//ORDIN    DD DUMMY\n//ORDOUT", 6,
+     "step STEP010: DD ORDIN is given twice (first on line 5)"},
+    {"//STEP010  EXEC PGM=IKJEFT01",
+     "// SET RUNPGM=PGMORD\n// SET RUNPGM=IKJEFT01\n//STEP010  EXEC PGM=&RUNPGM", 4,
+     "symbol RUNPGM is SET twice (first on line 3)"},
+    {"USER.LOADLIB,DISP=SHR\n//ORDIN",
+     "USER.LOADLIB,DISP=SHR\n//  DD DSN=DSN.SDSNLOAD,DISP=SHR\n//  DD "
+     "DSN=DSN.SDSNEXIT,DISP=SHR\n//ORDIN",
+     6, "SDSNEXIT must come before SDSNLOAD"},
+    {"ACCEPT WS-DATE.", "ACCEPT WS-DATE.\n           ACCEPT WS-DATE FROM SYSIN.", 3,
+     "ACCEPTs 2 SYSIN cards but the SYSIN DD holds 1"},
+    {"EXEC SQL COMMIT END-EXEC.", "EXEC SQL\n                DELETE FROM PROD.ORDERS END-EXEC.", 57,
+     "changes DB2 but never rolls back"},
+    {"STOP RUN.", "GOBACK.", 56, "a routine must not COMMIT"},
 };
 
 const PlantedFault kEasytrieveFaults[] = {
@@ -108,6 +122,36 @@ TEST(CheckProgramTest, EachPlantedFaultIsReportedOnItsLine) {
             finding.line == fault.line && finding.message.find(fault.message) != std::string::npos;
       EXPECT_TRUE(found) << format_findings(report);
     }
+  }
+}
+
+// NAME.jcl beside NAME.txt is checked against the program's files and must be its JCL.
+TEST(CheckProgramTest, JclBesideTheProgramIsCheckedAsItsOwnFile) {
+  TempWorkingFolder folder;
+  const std::string program = kCobolProgram;
+  const std::string jcl = program.substr(0, program.find("       IDENTIFICATION"));
+  const struct {
+    std::string jcl;
+    const char* finding;  // "" none
+  } cases[] = {
+      {jcl, ""},
+      {replaced(jcl, "//ORDIN ", "//ORDINX"),
+       "src/PGMORD.jcl:3: step STEP010: no DD statement for the program's file ORDIN"},
+      {jcl + "//ORDOUT   DD DUMMY\n", "src/PGMORD.jcl: this is not the JCL of PGMORD.txt"},
+      {replaced(jcl, "USER.ORDERS.IN", "<----->.ORDERS.IN"),
+       "src/PGMORD.jcl:5: unreplaced placeholder \"<----->\""},
+  };
+  write_text("src/PGMORD.txt", program);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.finding);
+    write_text("src/PGMORD.jcl", c.jcl);
+    // The program file holds the JCL as it was generated, so only that one is its own.
+    const std::string report = format_findings(
+        check_program_file("src/PGMORD.txt", CheckLanguage::kCobol, {.compile = false}));
+    if (*c.finding == '\0')
+      EXPECT_EQ(report, "");
+    else
+      EXPECT_NE(report.find(c.finding), std::string::npos) << report;
   }
 }
 

@@ -31,14 +31,27 @@ TEST_F(FlagTableTest, BuiltInRowsInOrderWithTheHistoricalLetters) {
   EXPECT_EQ(table_text(FlagTable::build(def, messages)),
             "[JC ]0[C  ]0[CB ]0[JCB]0[CKK]0[CW ]0[CX ]0[JCX]0[C2R]0[JCK]0[C2C]0[JCC]0"
             "[C2D]1[JCD]1[C2F]2[JCF]2[C2I]3[JCY]3[C2U]4[JCU]4[C2S]5[JCS]5[CR ]6[JER]6"
-            "[CFO]1[JCO]1[CFC]2[JCE]2[CFI]3[JCI]3[CEZ]2[JCZ]2[C2N]7[C2M]0[CF ]0[C2 ]0[JC2]0");
+            "[CFO]1[JCO]1[CFC]2[JCE]2[CFI]3[JCI]3[CEZ]2[JCZ]2[C2N]7[C2M]0[JCN]7[CF ]0[C2 ]0[JC2]0");
   def = ProgramDefinition{.language = ProgramDefinition::kEasytrieve,
                           .kind = ProgramDefinition::kMatch};
   EXPECT_EQ(table_text(FlagTable::build(def, messages)), "[E  ]0[EM ]0");
+  // Without DB2 the run step is the program itself.
+  def = ProgramDefinition{.jcl = true, .input_files = 1};
+  EXPECT_EQ(table_text(FlagTable::build(def, messages)),
+            "[JC ]0[C  ]0[CB ]0[JCB]0[CFI]1[JCI]1[CF ]0[JCP]0");
   EXPECT_EQ(messages, 0);
   // A routine shares the report code, so its reports are written once.
-  def = ProgramDefinition{.kind = ProgramDefinition::kRoutine, .reports = 3};
+  def = ProgramDefinition{.kind = ProgramDefinition::kRoutine, .jcl = true, .reports = 3};
   FlagTable routine = FlagTable::build(def, messages);
+  // Nor any JCL, JCL chosen or not: it is called, not run by a job step.
+  EXPECT_EQ(table_text(routine), "[C  ]0[CR ]0[CR ]3");
+  // A routine neither commits nor rolls back its caller's work; a program that changes DB2
+  // always rolls back on an error.
+  def = ProgramDefinition{
+      .kind = ProgramDefinition::kRoutine, .update = 1, .rollback = true, .commit = true};
+  EXPECT_EQ(table_text(FlagTable::build(def, messages)), "[C  ]0[CR ]0[C2U]1[C2 ]0");
+  def = ProgramDefinition{.insert = 1};
+  EXPECT_EQ(table_text(FlagTable::build(def, messages)), "[C  ]0[CB ]0[C2R]0[C2I]1[C2 ]0");
   ASSERT_NE(routine.find("CR "), nullptr);
   EXPECT_EQ(routine.find("CR ")->count, 0);
 }

@@ -58,6 +58,20 @@ TEST(LineWriter, OnceFlagDropsARepeatedTextOnly) {
   EXPECT_EQ(writer.lines_written(), 3);
 }
 
+// The JCL is also kept alone, as written; lines filtered out and lower-case custom lines
+// are not in it.
+TEST(LineWriter, JclLinesAreAlsoKeptAlone) {
+  const ProgramDefinition cobol;
+  const ConversionList list = {{"<++++++>", "PAYROLL"}};
+  LineWriter writer(cobol, list, kCobolBreakPoint, kEasytrieveBreakPoint);
+  for (const char* line : {"JC    //<++++++>J JOB", "C     MOVE A TO B.", "JC R  //ROUTINE",
+                           "jC    //not jcl", "JCI   //UIN1 DD DUMMY"})
+    writer.scrivi_riga_output(line);
+  EXPECT_EQ(writer.jcl_text(), "//PAYROLLJ  JOB\n//UIN1 DD DUMMY\n");
+  EXPECT_EQ(writer.text(),
+            "//PAYROLLJ  JOB\n      MOVE A TO B.\n      //not jcl\n//UIN1 DD DUMMY\n");
+}
+
 TEST(LineWriter, BreaksOnceAtTheLanguageBreakPoint) {
   const std::string text66 = std::string(60, 'A') + " BBBBB";  // 72 with the margin
   const struct {

@@ -22,6 +22,11 @@ TEST(FtpScript, SendScriptIsByteForByte) {
       download_script("h", "U", "P", {{"'L.DCL(A)'", "/p/A.DCL"}, {"'L.DCL(B)'", "/p/B.DCL"}}),
       "open h\nU\nP\n\nrecv 'L.DCL(A)' \"/p/A.DCL\"\nrecv 'L.DCL(B)' \"/p/B.DCL\"\n\nbye");
   EXPECT_EQ(remote_member("USER01.SOURCE", "PAYROLL"), "'USER01.SOURCE(PAYROLL)'");
+  // The JCL after the program, whose lines stay as they are.
+  EXPECT_EQ(send_script("h", "U", "P", "'L.S(P)'", "/p/P.txt", "/p/P_1.BKP",
+                        {{"'L.JCL(P)'", "/p/P.jcl", "/p/P_J_1.BKP"}}),
+            "open h\nU\nP\n\nrecv 'L.S(P)' \"/p/P_1.BKP\"\n\nsend \"/p/P.txt\" 'L.S(P)'"
+            "\n\nrecv 'L.JCL(P)' \"/p/P_J_1.BKP\"\n\nsend \"/p/P.jcl\" 'L.JCL(P)'\n\nbye");
 }
 
 TEST(FtpScript, ReadsBackWhatItWrites) {

@@ -118,6 +118,56 @@ TEST(HostTransfer, SendNeverLosesTheMember) {
   }
 }
 
+struct JclCase {
+  const char* name;
+  const char* library;  // FTP_JCL_LIBRARY, "" not set
+  bool edited;          // the JCL file changed by hand since the generation
+  int status;
+  const char* source_after;  // the program's member afterwards
+  const char* jcl_after;     // the JCL member afterwards
+  const char* says;
+};
+
+// The run JCL beside the program goes to its own library after a backup of its own, and
+// the source library gets the program alone.
+TEST(HostTransfer, JclGoesToItsOwnLibraryAndTheProgramAlone) {
+  const std::string jcl = "//CUSTMOVJ JOB (ACCT)\n//RUN      EXEC PGM=CUSTMOV\n";
+  const JclCase cases[] = {
+      {"sent to its library", "USER01.JCL", false, 0, kNew, "new", "CUSTMOV_J_2.BKP"},
+      {"no JCL library", "", false, 0, kNew, "old", "CUSTMOV.jcl is not sent"},
+      {"library missing on the host", "USER01.NOJCL", false, 1, kNew, "old",
+       "Data set USER01.NOJCL not found"},
+      {"JCL edited since", "USER01.JCL", true, 1, kOld, "old", "is not the JCL of"},
+  };
+  for (const JclCase& c : cases) {
+    SCOPED_TRACE(c.name);
+    HostSetup setup;
+    fs::create_directories(setup.root / "USER01.JCL");
+    const fs::path jcl_member = setup.root / "USER01.JCL" / "CUSTMOV";
+    write_text(jcl_member, "OLD JCL\n");
+    write_text(setup.member, kOld);
+    write_text(setup.programs / "CUSTMOV.txt", std::string(kNew) + jcl);
+    write_text(setup.programs / "CUSTMOV.jcl", c.edited ? jcl + "//EXTRA DD *\n" : jcl);
+    write_text(setup.programs / "CUSTMOV_J_1.BKP", "an earlier backup of the JCL\n");
+    if (*c.library) setup.option(std::string("FTP_JCL_LIBRARY=") + c.library);
+    test::FtpTestServer server(setup.root, "USER01", kPassword);
+    if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
+    setup.user_data(server.address());
+    test::CommandResult run = setup.home.run("--no send");
+    EXPECT_EQ(run.status, c.status) << run.output;
+    EXPECT_NE(run.output.find(c.says), std::string::npos) << run.output;
+    EXPECT_EQ(read_text(setup.member), c.source_after);
+    EXPECT_EQ(read_text(jcl_member), std::string(c.jcl_after) == "new" ? jcl : "OLD JCL\n");
+    // Backups of the program and of the JCL never share a name.
+    EXPECT_EQ(read_text(setup.programs / "CUSTMOV_1.BKP"), c.status == 0 || !c.edited ? kOld : "");
+    const bool jcl_backup = std::string(c.jcl_after) == "new";
+    EXPECT_EQ(fs::exists(setup.programs / "CUSTMOV_J_2.BKP"), jcl_backup);
+    if (jcl_backup) EXPECT_EQ(read_text(setup.programs / "CUSTMOV_J_2.BKP"), "OLD JCL\n");
+    EXPECT_EQ(read_text(setup.programs / "CUSTMOV_J_1.BKP"), "an earlier backup of the JCL\n");
+    EXPECT_FALSE(fs::exists(setup.home.path / "temp/FtpQuorva.ini"));
+  }
+}
+
 TEST(HostTransfer, DclgenDownloadFetchesOnlyNewIncludes) {
   HostSetup setup;
   fs::create_directories(setup.root / "USER01.DCLGEN");

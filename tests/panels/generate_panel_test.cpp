@@ -151,6 +151,60 @@ TEST_F(GeneratePanelTest, AStoppedRunLeavesThePreviousProgram) {
   }
 }
 
+// The run JCL is written beside the program from the same run; a program without one
+// removes the one an earlier run left, and a failed write leaves both files as they were.
+TEST_F(GeneratePanelTest, TheRunJclIsWrittenBesideTheProgram) {
+  const std::string jcl = "//PGMAJ     JOB\n//SYSIN DD *\n";
+  const struct {
+    const char* what;
+    const char* options;  // Parbase lines
+    const char* full;     // the file a full disk refuses, "" none
+    GenerationResult::Status status;
+    const char* jcl_after;  // nullptr: removed; "new": the generated JCL
+    const char* warning;
+  } cases[] = {
+      {"batch with JCL", "tipoprogr=batch\njcl=on\n", "", GenerationResult::kDone, "new", ""},
+      {"JCL not chosen", "tipoprogr=batch\njcl=off\n", "", GenerationResult::kDone, nullptr,
+       "PGMA.jcl of an earlier generation was removed"},
+      {"routine", "tipoprogr=routine\njcl=on\n", "", GenerationResult::kDone, nullptr,
+       "a routine, which is called and is no job step"},
+      {"JCL cannot be written", "tipoprogr=batch\njcl=on\n", "PGMA.jcl", GenerationResult::kStopped,
+       "old JCL\n", ""},
+      {"program cannot be written", "tipoprogr=batch\njcl=on\n", "PGMA.txt",
+       GenerationResult::kStopped, "old JCL\n", ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    write_program_files(std::string(kTemplate) + "JC    //<++++++>J JOB\nJC N  //SYSIN DD *\n");
+    write_text("temp/Parbase.dat",
+               std::string("nomeprogr=PGMA\nlinguaggio=cobol\nparametri=1\n") + c.options);
+    write_text("out/PGMA.txt", "old program\n");
+    write_text("out/PGMA.jcl", "old JCL\n");
+    ui_.answer(true);
+    GenerationResult result;
+    {
+      FaultyDisk full(*c.full ? c.full : "no file");
+      GeneratePanel panel;
+      panel.open();
+      result = panel.go();
+    }
+    EXPECT_EQ(result.status, c.status);
+    const std::string program = read_text("out/PGMA.txt");
+    if (c.status == GenerationResult::kStopped) EXPECT_EQ(program, "old program\n");
+    if (!c.jcl_after)
+      EXPECT_FALSE(std::filesystem::exists("out/PGMA.jcl"));
+    else if (std::string(c.jcl_after) == "new")
+      EXPECT_EQ(read_text("out/PGMA.jcl"), jcl);
+    else
+      EXPECT_EQ(read_text("out/PGMA.jcl"), c.jcl_after);
+    if (std::string(c.jcl_after ? c.jcl_after : "") == "new")
+      EXPECT_EQ(program.substr(program.size() - jcl.size()), jcl);
+    const std::string warnings = result.warnings.empty() ? "" : result.warnings[0];
+    EXPECT_NE(warnings.find(c.warning), std::string::npos) << warnings;
+    if (*c.warning) EXPECT_NE(read_text("warning.log").find(c.warning), std::string::npos);
+  }
+}
+
 const char* const kEndToEndTemplate =
     "quormem=E2E-1\nnumlines=12\nclient=1.33\n[THE CODE BEGINS HERE]\n"
     "C      IDENTIFICATION DIVISION.\n"

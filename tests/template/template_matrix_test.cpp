@@ -51,9 +51,14 @@ TEST(TemplateMatrixTest, EveryDefinitionGivesACleanProgram) {
     EXPECT_EQ(generator.go().status, GenerationResult::kDone) << what;
     const std::string program = read_text(folder.path() / "programs/QVTEST.txt");
     ASSERT_FALSE(program.empty()) << what;
-    CheckReport report = check_program_text(
-        "QVTEST.txt", d.cobol ? CheckLanguage::kCobol : CheckLanguage::kEasytrieve, program,
-        options);
+    const CheckLanguage language = d.cobol ? CheckLanguage::kCobol : CheckLanguage::kEasytrieve;
+    CheckReport report = check_program_text("QVTEST.txt", language, program, options);
+    // The run JCL beside it, from this generation only: a routine is never a job step.
+    const fs::path jcl = folder.path() / "programs/QVTEST.jcl";
+    EXPECT_EQ(fs::exists(jcl), d.jcl && d.kind != 1) << what;
+    if (d.kind == 1) EXPECT_EQ(program.find("\n//"), std::string::npos) << what;
+    report.file = (folder.path() / "programs/QVTEST.txt").string();
+    check_jcl_beside(report, program, language);
     EXPECT_TRUE(report.findings.empty()) << what << "\n" << format_findings(report);
     if (!d.columns || !cluster.available()) continue;
     int prepared = 0;

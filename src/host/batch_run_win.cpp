@@ -14,7 +14,9 @@ int run_transfer_batch() {
   if (::GetFileAttributesA(transfer_batch_name()) == INVALID_FILE_ATTRIBUTES) return -1;
   wchar_t self[MAX_PATH];
   const DWORD length = ::GetModuleFileNameW(nullptr, self, MAX_PATH);
-  if (length > 0 && length < MAX_PATH) ::SetEnvironmentVariableW(L"QUORVA_EXE", self);
+  // The batch calls this same program back, unless the environment names another client.
+  if (length > 0 && length < MAX_PATH && ::GetEnvironmentVariableW(L"QUORVA_EXE", nullptr, 0) == 0)
+    ::SetEnvironmentVariableW(L"QUORVA_EXE", self);
   std::wstring command = L"cmd.exe /c EseguiFTP.bat";
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "port/status.h"
 
@@ -32,6 +33,22 @@ std::optional<std::string> tip_of_the_day(unsigned random);
 /// `today_month`; the month is then recorded, so it shows once a month. nullopt otherwise,
 /// and when the month cannot be read.
 std::optional<std::string> password_reminder(std::optional<int> today_month);
+
+/// The examples page offered at the end of the tutorial.
+constexpr const char* kExamplesFile = "Resource/Quorva_Examples.html";
+
+/// The tutorial's four messages, in the order they are shown, and its closing question.
+struct TutorialTexts {
+  std::vector<std::string> messages;
+  std::string title;
+  std::string question;
+};
+TutorialTexts tutorial_texts();
+/// True until the tutorial has run once in this working folder.
+bool tutorial_due();
+/// Shows the four messages through the port, asks whether to open the examples (Yes hands
+/// the page to the desktop; a missing page is said) and records that the tutorial ran.
+void run_tutorial();
 
 /// main_dialog_credits of the configuration, or the product's line when missing.
 std::string credits();

@@ -21,6 +21,8 @@ constexpr const char* kSaveDescriptionsDb2Key = "ENABLE_SAVE_DESCR_DB2";
 constexpr const char* kCobolVarsCompressionKey = "ENABLE_COBOL_VARS_COMPRESSION";
 constexpr const char* kAutofillDb2Key = "Autofill_db2";
 constexpr const char* kAutoOwnerDb2Key = "AutoOwner_db2";
+/// Set once the first-start tutorial has run in this working folder.
+constexpr const char* kTutorialShownKey = "TUTORIAL_SHOWN";
 // Text keys.
 constexpr const char* kPasswordAlertMonthKey = "MONTH_PASSWORD_ALERT";
 constexpr const char* kDclgenLibraryKey = "download_dclgen_lib";

@@ -28,6 +28,7 @@ class GenerateDialog : public FrameDialog {
   QProgressBar* bar(int index) const { return bars_[index]; }
   QPlainTextEdit* status() const { return status_; }
   QPushButton* go_button() const { return go_; }
+  QPushButton* transfer_button() const { return transfer_; }
   bool busy() const { return worker_ != nullptr; }
   const GenerationResult& last_result() const { return result_; }
 

@@ -106,6 +106,7 @@ constexpr Pair kLabels[] = {
     {Label::kTypedPassword,
      "TSO password for this transfer:", "Password TSO per questo trasferimento:"},
     {Label::kInstallTitle, "Quorva", "Quorva"},
+    {Label::kTutorial, "Tutorial", "Tutorial"},
 };
 constexpr bool in_order() {
   for (std::size_t i = 0; i < std::size(kLabels); ++i)

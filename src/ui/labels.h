@@ -67,6 +67,7 @@ enum class Label {
   kLines,
   kTypedPassword,
   kInstallTitle,
+  kTutorial,
   kCount
 };
 

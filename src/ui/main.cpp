@@ -14,6 +14,7 @@
 
 int main(int argc, char** argv) {
   using namespace quorva;
+  if (std::optional<int> status = gui::run_as_transfer_client(argc, argv)) return *status;
   QApplication app(argc, argv);
   QApplication::setApplicationName("quorva-gui");
   QApplication::setApplicationVersion(QUORVA_VERSION);

@@ -51,8 +51,12 @@ MainWindow::MainWindow(ThreadedInterface& port, QWidget* parent)
   auto* exit = new QPushButton(text(Label::kExit), this);
   exit->setAutoDefault(false);
   connect(exit, &QPushButton::clicked, this, &QDialog::accept);
+  tutorial_ = new QPushButton(text(Label::kTutorial), this);
+  tutorial_->setAutoDefault(false);
+  connect(tutorial_, &QPushButton::clicked, this, [] { run_tutorial(); });
   auto* bottom = new QHBoxLayout;
   bottom->addWidget(make_help_button(text(Label::kAdvancedHelp)));
+  bottom->addWidget(tutorial_);
   bottom->addStretch();
   bottom->addWidget(exit);
 
@@ -79,6 +83,7 @@ void MainWindow::refresh() {
 }
 
 void MainWindow::greet() {
+  if (tutorial_due()) run_tutorial();
   if (std::optional<std::string> reminder = password_reminder(current_month()))
     ui().show_message(*reminder);
   if (!config_switch(kTipsAndTricksKey)) return;

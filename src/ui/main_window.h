@@ -18,9 +18,11 @@ class MainWindow : public FrameDialog {
   QPushButton* user_data_button() const { return user_data_; }
   QPushButton* base_parameters_button() const { return base_parameters_; }
   QPushButton* generate_button() const { return generate_; }
+  QPushButton* tutorial_button() const { return tutorial_; }
   QLabel* level() const { return level_; }
 
-  /// What follows the first showing: the password reminder, then the tip of the day.
+  /// What follows the first showing: the tutorial on a working folder's first start, the
+  /// password reminder, then the tip of the day.
   void greet();
   /// Reads the buttons' state and the level again from the files.
   void refresh();
@@ -34,6 +36,7 @@ class MainWindow : public FrameDialog {
   QPushButton* user_data_;
   QPushButton* base_parameters_;
   QPushButton* generate_;
+  QPushButton* tutorial_;
   QLabel* level_;
 };
 

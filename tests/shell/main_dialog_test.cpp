@@ -64,6 +64,51 @@ TEST_F(MainDialogTest, PasswordReminderOncePerMonthWhenOn) {
   EXPECT_FALSE(password_reminder(5));
 }
 
+TEST_F(MainDialogTest, TutorialRunsOnceAndOffersTheExamples) {
+  const struct {
+    const char* language;
+    const char* question;
+    bool answer;
+    bool examples_there;
+    const char* opened;
+    const char* last_message;  // the start of the message after the four, or ""
+  } cases[] = {
+      {"ENG", "Do you want to open the Examples?", false, true, "", ""},
+      {"ITA", "Vuoi aprire gli Esempi?", true, true, kExamplesFile, ""},
+      {"ENG", "Do you want to open the Examples?", true, false, "",
+       "Cannot find the following file:\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.language);
+    write_text("Resource/QVconfig.ini", std::string("target_language=") + c.language + "\n");
+    std::filesystem::remove(kExamplesFile);
+    if (c.examples_there) write_text(kExamplesFile, "<html></html>");
+    ui_.messages.clear();
+    ui_.questions.clear();
+    ui_.opened.clear();
+    ui_.answer(c.answer);
+    EXPECT_TRUE(tutorial_due());
+    run_tutorial();
+    ASSERT_EQ(ui_.messages.size(), *c.last_message ? 5u : 4u);
+    EXPECT_EQ(ui_.messages[0].rfind(c.language == std::string("ENG") ? "Welcome" : "Benvenuto", 0),
+              0u);
+    if (*c.last_message) EXPECT_EQ(ui_.messages[4].rfind(c.last_message, 0), 0u);
+    EXPECT_EQ(ui_.questions,
+              std::vector<std::string>{std::string("Quorva Tutorial|") + c.question});
+    EXPECT_EQ(ui_.opened.empty() ? "" : ui_.opened[0], std::string(c.opened));
+    EXPECT_EQ(read_config(kTutorialShownKey), "ON");
+    EXPECT_FALSE(tutorial_due());
+  }
+  // Each message has its own text in each language.
+  write_text("Resource/QVconfig.ini", "target_language=ENG\n");
+  const TutorialTexts english = tutorial_texts();
+  write_text("Resource/QVconfig.ini", "target_language=ITA\n");
+  const TutorialTexts italian = tutorial_texts();
+  ASSERT_EQ(english.messages.size(), 4u);
+  ASSERT_EQ(italian.messages.size(), 4u);
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_NE(english.messages[i], italian.messages[i]);
+}
+
 TEST_F(MainDialogTest, ExitCleanupAndHelp) {
   for (const char* file : {"temp/FtpQuorva.ini", "temp/dummy_file.txt", "warning.log", "error.log",
                            "temp/Parbase.dat"})

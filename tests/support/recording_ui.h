@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "support/temp_folder.h"
 #include "port/user_interface.h"
+#include "support/temp_folder.h"
 
 namespace quorva::test {
 
@@ -22,13 +22,14 @@ class RecordingUi : public UserInterface {
 
   void show_message(const std::string& text) override { messages.push_back(text); }
   bool ask_yes_no(const std::string& title, const std::string& text) override;
-  void open_file(const std::string&) override {}
+  void open_file(const std::string& path) override { opened.push_back(path); }
   void set_progress(const std::string& bar, int position, int range) override;
   void set_status(const std::string& text) override { statuses.push_back(text); }
 
   std::vector<std::string> messages;
   std::vector<std::string> questions;  ///< title + "|" + text
   std::vector<std::string> statuses;
+  std::vector<std::string> opened;
   std::vector<std::string> progress;  ///< bar + ":" + position + "/" + range
 
  private:

@@ -2,10 +2,12 @@
 // window's thread; a declined overwrite leaves the program alone; the preview shows it.
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
 #include <memory>
 
+#include "support/ftp_test_server.h"
 #include "support/temp_folder.h"
 #include "ui/generate_dialog.h"
 #include "ui/preview_dialog.h"
@@ -80,6 +82,36 @@ class GenerateTest : public QObject {
             std::string::npos);
     QVERIFY(!dialog.busy());
     QCOMPARE(transferred.count(), 0);
+  }
+
+  void transferFromTheWindowKeepsTheOldMember() {
+    const std::filesystem::path library = folder_->home.scratch.path() / "host" / "USR.SOURCE";
+    std::filesystem::create_directories(library);
+    write_text(library / "CUSTMOV", "OLD VERSION\n");
+    quorva::test::FtpTestServer server(library.parent_path(), "TSO01", "SECRET");
+    if (!server.running()) QSKIP("no FTP test server (python3-pyftpdlib)");
+    QCOMPARE(folder_->home.run("user set ip=" + server.address()).status, 0);
+    // The batch calls the desktop application back as its FTP client.
+    qputenv("QUORVA_EXE", QUORVA_GUI_BINARY);
+    GenerateDialog dialog(folder_->port, nullptr);
+    QSignalSpy generated(&dialog, &GenerateDialog::generation_ended);
+    dialog.go();
+    QVERIFY(generated.count() == 1 || generated.wait(20000));
+    QCOMPARE(dialog.last_result().status, GenerationResult::kDone);
+
+    QSignalSpy transferred(&dialog, &GenerateDialog::transfer_ended);
+    folder_->script.answer(true);  // the Information Note is accepted
+    QCOMPARE(dialog.transfer_button()->text(), QString("Transfer the Program via FTP !!!"));
+    QTest::mouseClick(dialog.transfer_button(), Qt::LeftButton);
+    QVERIFY(transferred.count() == 1 || transferred.wait(30000));
+    qunsetenv("QUORVA_EXE");
+    QCOMPARE(transferred.front().front().toBool(), true);
+    // The host keeps each record without its trailing blanks.
+    std::string sent = read_text(folder_->shared / "CUSTMOV.txt");
+    for (std::size_t end; (end = sent.find(" \n")) != std::string::npos;) sent.erase(end, 1);
+    QCOMPARE(read_text(library / "CUSTMOV"), sent);
+    QCOMPARE(read_text(folder_->shared / "CUSTMOV_1.BKP"), std::string("OLD VERSION\n"));
+    QVERIFY(!std::filesystem::exists("temp/FtpQuorva.ini"));
   }
 
  private:

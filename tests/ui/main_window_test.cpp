@@ -6,6 +6,7 @@
 #include <QTest>
 #include <memory>
 
+#include "shell/main_dialog.h"
 #include "shell/working_folder.h"
 #include "store/tag_edit.h"
 #include "support/temp_folder.h"
@@ -48,6 +49,23 @@ class MainWindowTest : public QObject {
       QVERIFY(window.level()->text().endsWith(c.level));
       QCOMPARE(window.user_data_button()->text(), QString(c.button));
     }
+  }
+
+  void tutorialOnTheFirstStartAndFromItsButton() {
+    QCOMPARE(folder_->home.run("options set tips=off").status, 0);
+    MainWindow window(folder_->port);
+    folder_->script.answer(true);  // open the examples
+    window.greet();
+    QCOMPARE(folder_->script.messages.size(), std::size_t{4});
+    QCOMPARE(folder_->script.questions,
+             std::vector<std::string>{"Quorva Tutorial|Do you want to open the Examples?"});
+    QCOMPARE(folder_->script.opened, std::vector<std::string>{kExamplesFile});
+    QVERIFY(read_text(kExamplesFile).find("DB2 SELECT") != std::string::npos);
+    window.greet();  // not the first start any more
+    QCOMPARE(folder_->script.messages.size(), std::size_t{4});
+    QTest::mouseClick(window.tutorial_button(), Qt::LeftButton);  // answered No
+    QCOMPARE(folder_->script.messages.size(), std::size_t{8});
+    QCOMPARE(folder_->script.opened.size(), std::size_t{1});
   }
 
   void aFolderThatIsNoWorkingFolderIsMadeOnlyWhenAsked() {

@@ -106,8 +106,12 @@ class GenerateTest : public QObject {
     QVERIFY(transferred.count() == 1 || transferred.wait(30000));
     qunsetenv("QUORVA_EXE");
     QCOMPARE(transferred.front().front().toBool(), true);
-    // The host keeps each record without its trailing blanks.
+    // The source library gets the program without its run JCL (CUSTMOV.jcl, the end of the
+    // program file), each record without its trailing blanks as the host keeps it.
     std::string sent = read_text(folder_->shared / "CUSTMOV.txt");
+    const std::string jcl = read_text(folder_->shared / "CUSTMOV.jcl");
+    QVERIFY(!jcl.empty() && sent.ends_with(jcl));
+    sent.erase(sent.size() - jcl.size());
     for (std::size_t end; (end = sent.find(" \n")) != std::string::npos;) sent.erase(end, 1);
     QCOMPARE(read_text(library / "CUSTMOV"), sent);
     QCOMPARE(read_text(folder_->shared / "CUSTMOV_1.BKP"), std::string("OLD VERSION\n"));

@@ -118,6 +118,41 @@ TEST(HostTransfer, SendNeverLosesTheMember) {
   }
 }
 
+// FTPS with explicit AUTH TLS and the certificate verified: the send goes through with the
+// host's certificate trusted, and stops before touching the member when it is not, or when
+// the host speaks no TLS.
+TEST(HostTransfer, FtpsSendsOnlyOverAVerifiedConnection) {
+  const struct {
+    const char* name;
+    bool tls_server;
+    bool trusted;
+    int status;
+    const char* member_after;
+  } cases[] = {
+      {"verified", true, true, 0, kNew},
+      {"untrusted certificate", true, false, 1, kOld},
+      {"host without TLS", false, true, 1, kOld},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    HostSetup setup;
+    write_text(setup.member, kOld);
+    test::FtpTestServer server(setup.root, "USER01", kPassword, c.tls_server ? "tls" : "");
+    if (!server.running())
+      GTEST_SKIP() << "no FTPS test server (python3-pyftpdlib, python3-openssl)";
+    setup.user_data(server.address());
+    setup.option("FTP_TLS=EXPLICIT");
+    const fs::path certificate = setup.root.string() + ".crt";
+    if (c.trusted && c.tls_server) setup.option("FTP_CA_FILE=" + certificate.string());
+    test::CommandResult run = setup.home.run("--no send");
+    EXPECT_EQ(run.status, c.status) << run.output;
+    EXPECT_EQ(read_text(setup.member), c.member_after);
+    EXPECT_EQ(fs::exists(setup.programs / "CUSTMOV_1.BKP"), c.status == 0);
+    EXPECT_FALSE(fs::exists(setup.home.path / "temp/FtpQuorva.ini"));
+    EXPECT_EQ(setup.everything_but_user_data(run.output).find(kPassword), std::string::npos);
+  }
+}
+
 struct JclCase {
   const char* name;
   const char* library;  // FTP_JCL_LIBRARY, "" not set

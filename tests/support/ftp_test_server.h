@@ -7,7 +7,8 @@ namespace quorva::test {
 
 /// The z/OS-like FTP server of zos_ftp_server.py on 127.0.0.1 and a free port, serving
 /// `root` (a folder per library, a file per member) to one user, with one fault when asked
-/// ("in-use", "drop-retr", "drop-stor", "slow-retr" with its delay). Stopped when
+/// ("in-use", "drop-retr", "drop-stor", "slow-retr" with its delay), or "tls": explicit
+/// FTPS with a throwaway certificate for 127.0.0.1 written to ROOT.crt. Stopped when
 /// destroyed. running() is false when the server could not start (no Python with pyftpdlib).
 class FtpTestServer {
  public:

@@ -1,10 +1,12 @@
 """A small FTP server on 127.0.0.1 that answers as a z/OS FTP server does for what Quorva
 uses: 'HLQ.LIB(MEMBER)' names mapped to ROOT/HLQ.LIB/MEMBER, the host's 550 and 450 replies,
 records past LRECL (80: SITE LRECL is for new data sets only) truncated, trailing blanks dropped unless SITE TRAILINGBLANKS, SITE
-answered 200 with "Unrecognized parameter" lines. One fault can be asked for.
+answered 200 with "Unrecognized parameter" lines. One fault can be asked for, or FTPS.
 
 Usage: zos_ftp_server.py ROOT PORT_FILE USER PASSWORD [FAULT [SECONDS]]
-FAULT: in-use, drop-retr, drop-stor, slow-retr.
+FAULT: in-use, drop-retr, drop-stor, slow-retr; or tls: explicit FTPS (AUTH TLS, then TLS
+required on the control and the data connections) with a throwaway certificate for
+127.0.0.1, written to ROOT.crt for the client to trust.
 """
 
 import logging
@@ -34,7 +36,7 @@ def member_path(path):
     return library, os.path.join(library, match.group(2)), match.group(0)
 
 
-class HostDTP(DTPHandler):
+class HostRecords:
     def close(self):
         # Records as the host keeps them: cut at LRECL, trailing blanks dropped.
         if (not self._closed and self.receive and self.transfer_finished
@@ -60,8 +62,11 @@ class HostDTP(DTPHandler):
         super().close()
 
 
-class HostHandler(FTPHandler):
-    dtp_handler = HostDTP
+class HostDTP(HostRecords, DTPHandler):
+    pass
+
+
+class HostCommands:
     lrecl = 80
     trailing_blanks = False
 
@@ -122,14 +127,61 @@ class HostHandler(FTPHandler):
         return super().ftp_STOR(member, mode)
 
 
+class HostHandler(HostCommands, FTPHandler):
+    dtp_handler = HostDTP
+
+
+def tls_handler():
+    """The handler for FTPS, its certificate made here and written to ROOT.crt."""
+    from OpenSSL import SSL, crypto
+    from pyftpdlib.handlers import TLS_DTPHandler, TLS_FTPHandler
+
+    key = crypto.PKey()
+    key.generate_key(crypto.TYPE_RSA, 2048)
+    cert = crypto.X509()
+    cert.get_subject().CN = "127.0.0.1"
+    cert.set_serial_number(1)
+    cert.gmtime_adj_notBefore(-60)
+    cert.gmtime_adj_notAfter(24 * 3600)
+    cert.set_issuer(cert.get_subject())
+    cert.set_pubkey(key)
+    cert.add_extensions([crypto.X509Extension(b"subjectAltName", False, b"IP:127.0.0.1"),
+                         crypto.X509Extension(b"basicConstraints", True, b"CA:TRUE")])
+    cert.sign(key, "sha256")
+    with open(ROOT + ".crt", "wb") as out:
+        out.write(crypto.dump_certificate(crypto.FILETYPE_PEM, cert))
+    context = SSL.Context(SSL.TLS_SERVER_METHOD)
+    context.use_certificate(cert)
+    context.use_privatekey(key)
+    # Clients resume the control connection's session on the data connection.
+    context.set_session_id(b"quorva-test")
+
+    class HostTLSDTP(HostRecords, TLS_DTPHandler):
+        def readable(self):
+            # libcurl secures the data connection before RETR or STOR, which the plain
+            # handler would take for a client gone away.
+            if getattr(self, "_ssl_accepting", False):
+                return True
+            return super().readable()
+
+    class HostTLSHandler(HostCommands, TLS_FTPHandler):
+        dtp_handler = HostTLSDTP
+        ssl_context = context
+        tls_control_required = True
+        tls_data_required = True
+
+    return HostTLSHandler
+
+
 def main():
     logging.basicConfig(level=logging.CRITICAL)
     authorizer = DummyAuthorizer()
     authorizer.add_user(USER, PASSWORD, ROOT, perm="elradfmw")
-    HostHandler.authorizer = authorizer
-    HostHandler.banner = "FTPD1 IBM FTP CS at TEST, ready."
-    HostHandler.passive_ports = None
-    server = FTPServer(("127.0.0.1", 0), HostHandler)
+    handler = tls_handler() if FAULT == "tls" else HostHandler
+    handler.authorizer = authorizer
+    handler.banner = "FTPD1 IBM FTP CS at TEST, ready."
+    handler.passive_ports = None
+    server = FTPServer(("127.0.0.1", 0), handler)
     port = server.socket.getsockname()[1]
     with open(PORT_FILE + ".tmp", "w") as out:
         out.write(str(port))

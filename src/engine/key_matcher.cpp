@@ -95,7 +95,6 @@ KeyMatcher::KeyMatcher(const std::vector<std::string_view>& keys) {
       filler_.fill(static_cast<unsigned char>(b));
       break;
     }
-  if (!idle_[filler_[0]]) start_count_ = -1;  // no byte is idle: byte by byte
   // Unused places repeat the first byte, so every compare stays meaningful.
   for (std::size_t s = 0; s < splats_.size(); ++s)
     splats_[s].fill(

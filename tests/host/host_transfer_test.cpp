@@ -155,8 +155,8 @@ TEST(HostTransfer, FtpsSendsOnlyOverAVerifiedConnection) {
 
 struct JclCase {
   const char* name;
-  const char* library;  // FTP_JCL_LIBRARY, "" not set
-  bool edited;          // the JCL file changed by hand since the generation
+  const char* jcl_library;  // FTP_JCL_LIBRARY, "" not set
+  bool edited;              // the JCL file changed by hand since the generation
   int status;
   const char* source_after;  // the program's member afterwards
   const char* jcl_after;     // the JCL member afterwards
@@ -184,7 +184,7 @@ TEST(HostTransfer, JclGoesToItsOwnLibraryAndTheProgramAlone) {
     write_text(setup.programs / "CUSTMOV.txt", std::string(kNew) + jcl);
     write_text(setup.programs / "CUSTMOV.jcl", c.edited ? jcl + "//EXTRA DD *\n" : jcl);
     write_text(setup.programs / "CUSTMOV_J_1.BKP", "an earlier backup of the JCL\n");
-    if (*c.library) setup.option(std::string("FTP_JCL_LIBRARY=") + c.library);
+    if (*c.jcl_library) setup.option(std::string("FTP_JCL_LIBRARY=") + c.jcl_library);
     test::FtpTestServer server(setup.root, "USER01", kPassword);
     if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
     setup.user_data(server.address());

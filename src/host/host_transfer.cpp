@@ -238,13 +238,19 @@ std::string missing_dclgen_message(const std::string& path) {
 
 Status download_dclgens(const std::string& library, const TransferRunner& run,
                         const std::optional<std::string>& password) {
+  return download_dclgens(library, include_members(), run, password);
+}
+
+Status download_dclgens(const std::string& library, const std::vector<std::string>& members,
+                        const TransferRunner& run, const std::optional<std::string>& password) {
   Result<UserData> user = transfer_user_data(password);
   if (!user) return user.status();
   if (library.empty() || has_line_break(library))
     return shown_failure(bilingual("The library of the DCLGEN members is not set.",
                                    "La libreria delle DCLGEN non e' impostata."));
   std::vector<std::pair<std::string, std::string>> wanted;
-  for (const std::string& member : include_members()) {
+  for (const std::string& member : members) {
+    if (!is_member_name(member)) continue;
     const std::string local = user->sourcedirectory + member + ".DCL";
     if (!disk().exists(local)) wanted.emplace_back(remote_member(library, member), local);
   }

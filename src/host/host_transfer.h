@@ -28,6 +28,11 @@ Status send_program(const TransferRunner& run = run_transfer_batch,
 Status download_dclgens(const std::string& library, const TransferRunner& run = run_transfer_batch,
                         const std::optional<std::string>& password = std::nullopt);
 
+/// As above, for the members named (the access details' rows before their OK).
+Status download_dclgens(const std::string& library, const std::vector<std::string>& members,
+                        const TransferRunner& run = run_transfer_batch,
+                        const std::optional<std::string>& password = std::nullopt);
+
 /// The INCLUDE members of the access rows, each once, in row order.
 std::vector<std::string> include_members();
 

@@ -6,6 +6,7 @@
 
 #include "host/batch_run.h"
 #include "port/status.h"
+#include "store/dclgen_members.h"
 
 namespace quorva {
 
@@ -32,12 +33,5 @@ Status download_dclgens(const std::string& library, const TransferRunner& run = 
 Status download_dclgens(const std::string& library, const std::vector<std::string>& members,
                         const TransferRunner& run = run_transfer_batch,
                         const std::optional<std::string>& password = std::nullopt);
-
-/// The INCLUDE members of the access rows, each once, in row order.
-std::vector<std::string> include_members();
-
-/// "Cannot find the following DCLGEN file: ..." with the likely causes of a failed
-/// download, for the column selection and the download.
-std::string missing_dclgen_message(const std::string& path);
 
 }  // namespace quorva

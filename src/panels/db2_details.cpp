@@ -4,12 +4,12 @@
 #include <set>
 
 #include "dclgen/dclgen_member.h"
-#include "host/host_transfer.h"
 #include "panels/column_selection.h"
 #include "panels/host_names.h"
 #include "panels/row_field.h"
 #include "port/user_interface.h"
 #include "store/config_file.h"
+#include "store/dclgen_members.h"
 #include "store/key2value_file.h"
 #include "tagfile/folder_lock.h"
 #include "tagfile/log.h"

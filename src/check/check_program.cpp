@@ -11,6 +11,7 @@
 #include "check/check_jcl.h"
 #include "check/check_layout.h"
 #include "check/check_leftovers.h"
+#include "check/check_sql_statements.h"
 #include "check/check_unit_of_work.h"
 #include "store/parbase_file.h"
 #include "store/program_jcl.h"
@@ -48,6 +49,7 @@ CheckReport check_program_text(const std::string& name, CheckLanguage language,
   append(check_layout(program));
   append(check_leftovers(program));
   append(check_jcl(program));
+  append(check_sql_statements(program));
   if (language == CheckLanguage::kEasytrieve) {
     append(check_easytrieve(program));
   } else {

@@ -131,6 +131,38 @@ const ColumnBlock* Db2Expansion::block(AccessKind kind, int k, Selection selecti
   return found->second && !found->second->columns.empty() ? &*found->second : nullptr;
 }
 
+Db2Expansion::LineFate Db2Expansion::statement_line(const std::string& line, int k) {
+  const char needs = line.size() > 5 ? line[5] : ' ';
+  if (needs != 'Q' && needs != 'W' && needs != 'B' && needs != 'w' && needs != 'v')
+    return LineFate::kWrite;
+  const std::optional<AccessKind> kind = access_kind_from_letter(line[2]);
+  if (!kind) return LineFate::kWrite;
+  const bool query = block(*kind, k, Selection::kQuery) != nullptr;
+  const bool where = block(*kind, k, Selection::kWhere) != nullptr;
+  switch (needs) {
+    case 'Q':
+      return query ? LineFate::kWrite : LineFate::kComment;
+    case 'W':
+      return where ? LineFate::kWrite : LineFate::kComment;
+    case 'B':
+      return query && where ? LineFate::kWrite : LineFate::kComment;
+    case 'w':
+      return !query ? LineFate::kComment : where ? LineFate::kWrite : LineFate::kDrop;
+    default:  // 'v'
+      return !query ? LineFate::kComment : where ? LineFate::kDrop : LineFate::kWrite;
+  }
+}
+
+void Db2Expansion::comment_out(std::string& line) {
+  if (line.size() > kTextColumn && line[kTextColumn] == '*') return;  // one already
+  if (line.size() < kTextColumn) line.resize(kTextColumn, ' ');
+  if (line.size() > kTextColumn && line[kTextColumn] == ' ')
+    line[kTextColumn] = '*';
+  else
+    line.insert(kTextColumn, 1, '*');
+  fit_comment(line);
+}
+
 void Db2Expansion::expand(const std::string& line, int k,
                           const std::function<void(std::string)>& emit) {
   const char form = line.size() > 4 ? line[4] : ' ';
@@ -144,11 +176,7 @@ void Db2Expansion::expand(const std::string& line, int k,
   if (!columns) {
     // No selection yet: one comment line that reads as the access's to-do.
     std::string comment = line;
-    if (comment.size() < kTextColumn) comment.resize(kTextColumn, ' ');
-    if (comment.size() > kTextColumn && comment[kTextColumn] == ' ')
-      comment[kTextColumn] = '*';
-    else
-      comment.insert(kTextColumn, 1, '*');
+    comment_out(comment);
     replace(comment, "<DB2_VAL>", "column-name");
     replace(comment, "<COBOL_VAL>", "host-variable");
     replace(comment, "CAMPO-ALL", "host-variable");

@@ -33,6 +33,17 @@ class Db2Expansion {
   /// NULL one. A line with no selection behind it becomes one comment line to complete.
   void expand(const std::string& line, int k, const std::function<void(std::string)>& emit);
 
+  /// What becomes of a line of access `k` whose column 6 names the selections its SQL
+  /// statement needs: Q the QUERY columns, W the WHERE columns, B both; without them the
+  /// line is written as a comment, so an access without its columns never gives a statement
+  /// the precompiler rejects, nor an UPDATE or DELETE of every row. Inside a continued
+  /// (Easytrieve) statement, where a comment may not stand: w needs both but is dropped
+  /// when only the WHERE columns are missing, v is dropped when they are there.
+  enum class LineFate { kWrite, kComment, kDrop };
+  LineFate statement_line(const std::string& line, int k);
+  /// The line as a comment: "*" in the indicator column, the text kept within the margin.
+  static void comment_out(std::string& line);
+
  private:
   const ColumnBlock* block(AccessKind kind, int k, Selection selection);
 

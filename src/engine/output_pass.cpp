@@ -96,10 +96,22 @@ class Walker {
         }
         std::string out(raw);
         number(out, occurrence);
-        if (is_db2_line(out))
+        const Db2Expansion::LineFate fate = pass_.db2.statement_line(out, k);
+        if (fate == Db2Expansion::LineFate::kDrop) continue;
+        if (fate == Db2Expansion::LineFate::kComment) {
+          auto commented = [&emit](std::string text) {
+            Db2Expansion::comment_out(text);
+            emit(std::move(text));
+          };
+          if (is_db2_line(out))
+            pass_.db2.expand(out, k, commented);
+          else
+            commented(std::move(out));
+        } else if (is_db2_line(out)) {
           pass_.db2.expand(out, k, emit);
-        else
+        } else {
           pass_.writer.scrivi_riga_output(std::move(out));
+        }
       }
     }
   }

@@ -87,6 +87,12 @@ const PlantedFault kCobolFaults[] = {
     {"EXEC SQL COMMIT END-EXEC.", "EXEC SQL\n                DELETE FROM PROD.ORDERS END-EXEC.", 57,
      "changes DB2 but never rolls back"},
     {"STOP RUN.", "GOBACK.", 56, "a routine must not COMMIT"},
+    {"SELECT CUSTOMER, NOTE", "SELECT", 45, "select list is empty"},
+    {"INTO :CUSTOMER, :NOTE", "INTO , :CUSTOMER, :NOTE", 46, "INTO list begins with a comma"},
+    {"WHERE ORD_ID =", "WHERE AND ORD_ID =", 48, "WHERE condition begins with AND"},
+    {"WHERE ORD_ID = :DCLORDERS.ORD-ID", "WHERE", 48, "WHERE without a condition"},
+    {"EXEC SQL COMMIT END-EXEC.", "EXEC SQL UPDATE PROD.ORDERS SET NOTE = 'X' END-EXEC.", 56,
+     "UPDATE without WHERE changes every row"},
 };
 
 const PlantedFault kEasytrieveFaults[] = {
@@ -100,6 +106,8 @@ const PlantedFault kEasytrieveFaults[] = {
      10, "PARM must be the first"},
     {"  PRINT ORDREP\n", "LATE-FIELD W 5 N\n", 24, "field definition after the first activity"},
     {"  PRINT ORDREP\n", "  PRINT ORDREPX\n", 24, "report ORDREPX has no REPORT statement"},
+    {"  PRINT ORDREP\n", "  SQL DELETE FROM PROD.ORDERS +\n    WHERE ( +\n    )\n  PRINT ORDREP\n",
+     25, "WHERE without a condition"},
     {"     DISPLAY 'ZERO ID ' +",
      "     DISPLAY 'ZERO ID '                                                     +", 21,
      "Easytrieve text past column 72"},

@@ -25,7 +25,7 @@ struct MatrixDefinition {
        jcl = false, rollback = false, commit = false;
   int filein = 0, fileout = 0, excel = 0, report = 0, params = 0;
   std::array<int, 5> accesses{};  // S F U I D
-  bool columns = false;           // column selections for every access
+  int columns = 0;  // column selections of every access: 0 none, 1 QUERY and WHERE, 2 QUERY
 };
 
 inline constexpr char kAccessLetters[] = "SFUID";
@@ -63,9 +63,9 @@ inline std::string access_member(int kind, int k) {
   return text;
 }
 
-/// Column-file blocks of one access: QUERY columns (not for DELETE) and the key as WHERE
-/// column (not for INSERT), named with the member's prefix.
-inline std::string access_column_blocks(int kind, int k) {
+/// Column-file blocks of one access: QUERY columns (not for DELETE) and, with `where`, the
+/// key as WHERE column (not for INSERT), named with the member's prefix.
+inline std::string access_column_blocks(int kind, int k, bool where = true) {
   const std::string master = kAccessWords[kind] + std::to_string(k);
   auto block = [&](const std::string& part, const char* columns) {
     return "[" + master + part + "]\n<" + access_table(kind, k) + ">\n<" + kAccessLetters[kind] +
@@ -76,7 +76,7 @@ inline std::string access_column_blocks(int kind, int k) {
                             "ITEM_DESC  11  (30)  X(30).  0  1  1\n"
                             "AMOUNT  0  (9,2)  S9(7)V9(2)_COMP-3.  0  2  2\n"
                             "QTY  1  NULL  S9(9)_COMP.  1  3  0\n")) +
-         (kind == 3 ? "" : block("-WHERE", "ITEM_ID  10  (10)  X(10).  1  0  0\n"));
+         (kind == 3 || !where ? "" : block("-WHERE", "ITEM_ID  10  (10)  X(10).  1  0  0\n"));
 }
 
 /// Writes the shipped template, the SQLCA copybook, user data and every DCLGEN member into
@@ -124,7 +124,7 @@ inline std::string write_definition(const std::filesystem::path& folder,
                "\nLEV01-" + row + "=DCL" + table + "\nDESCDB2-" + row + "=ACCESS TO " + table +
                "\n";
       if (kind <= 1) pairs += "CURS-" + row + "=CSR" + row + "\n";
-      if (d.columns) blocks[kind] += access_column_blocks(kind, k);
+      if (d.columns) blocks[kind] += access_column_blocks(kind, k, d.columns == 1);
     }
   }
   write_text(folder / "temp/key2value.dat", pairs);
@@ -132,7 +132,8 @@ inline std::string write_definition(const std::filesystem::path& folder,
     std::filesystem::remove(folder / kColumnFiles[kind]);
     if (!blocks[kind].empty()) write_text(folder / kColumnFiles[kind], blocks[kind]);
   }
-  std::string what = parbase + "excel=" + std::to_string(d.excel) + (d.columns ? " columns" : "");
+  static const char* kColumns[] = {"", " columns", " query columns"};
+  std::string what = parbase + "excel=" + std::to_string(d.excel) + kColumns[d.columns];
   for (char& c : what) c = c == '\n' ? ' ' : c;
   return what;
 }
@@ -145,7 +146,7 @@ inline std::vector<MatrixDefinition> covering_matrix(size_t minimum) {
       {0, 1},       {0, 1, 2},    {0, 1},       {0, 1},       {0, 1},       {0, 1},
       {0, 1},       {0, 1},       {0, 1},       {0, 1},       {0, 1, 2, 9}, {0, 1, 2, 9},
       {0, 1, 2},    {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2, 9},
-      {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1}};
+      {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2}};
   std::mt19937 random(20261121);
   // Random values made legal the way the panels would: routines and THRU are COBOL, reports
   // Easytrieve, a match reads two files, Excel outputs are among the outputs (v[0] 1 is
@@ -191,7 +192,7 @@ inline std::vector<MatrixDefinition> covering_matrix(size_t minimum) {
                        v[5] == 1, v[6] == 1, v[7] == 1, v[8] == 1, v[9] == 1,
                        v[10],     v[11],     v[12],     v[13],     v[19]};
     for (int i = 0; i < 5; ++i) d.accesses[i] = v[14 + i];
-    d.columns = v[20] == 1;
+    d.columns = v[20];
     matrix.push_back(d);
   }
   return matrix;

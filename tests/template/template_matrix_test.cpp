@@ -69,8 +69,11 @@ TEST(TemplateMatrixTest, EveryDefinitionGivesACleanProgram) {
       EXPECT_EQ(cluster.run_sql("PREPARE q AS " + *sql + ";\nDEALLOCATE q;"), "")
           << what << "\nline " << statement.line << ": " << statement.text;
     }
-    // Each access has one statement to prepare: none may be missed.
-    EXPECT_EQ(prepared, std::accumulate(d.accesses.begin(), d.accesses.end(), 0)) << what;
+    // Each access has one statement to prepare: none may be missed. Without WHERE columns
+    // an UPDATE or DELETE is left as a comment, as it would change every row.
+    const int accesses = std::accumulate(d.accesses.begin(), d.accesses.end(), 0);
+    EXPECT_EQ(prepared, d.columns == 1 ? accesses : accesses - d.accesses[2] - d.accesses[4])
+        << what;
   }
 }
 

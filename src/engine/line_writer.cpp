@@ -23,6 +23,8 @@ LineWriter::LineWriter(const ProgramDefinition& def, const ConversionList& conve
 
 void LineWriter::scrivi_riga_output(std::string_view text) {
   if (text.size() >= 4 && filtered_out(text[3], def_)) return;
+  if (text.size() > 5 && text[5] == kNotRoutineFlag && def_.kind == ProgramDefinition::kRoutine)
+    return;
   const bool once = text.size() > 5 && text[5] == kOnceFlag;
   // Taken from the template's flag, before a conversion can change the first column.
   const bool jcl = !text.empty() && text[0] == 'J';

@@ -15,6 +15,8 @@ constexpr int kEasytrieveBreakPoint = 78;
 constexpr int kContinuationIndent = 10;
 /// Position 6 of a template line: write the line only if the same text is not written yet.
 constexpr char kOnceFlag = 'U';
+/// Column 6 of a line a routine leaves out (the statistics of a job step and the like).
+constexpr char kNotRoutineFlag = 'P';
 
 /// Breaks `line` once at the last blank at or before `break_point` (index from 0, down to
 /// 1), inserting " " + continuation + "\n" + ten blanks. True when the line was broken.

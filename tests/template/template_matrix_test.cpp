@@ -156,9 +156,11 @@ class TemplateRunTest : public ::testing::Test {
     prepare_working_folder(folder_.path());
   }
 
-  // Generates the definition, compiles it and runs it with DD_name set to each data file.
+  // Generates the definition, compiles it (a routine with the driver that calls it) and runs
+  // it with DD_name set to each data file.
   CommandResult build_and_run(const MatrixDefinition& d,
-                              const std::vector<std::pair<std::string, std::string>>& files) {
+                              const std::vector<std::pair<std::string, std::string>>& files,
+                              const std::string& driver = "") {
     write_definition(folder_.path(), d);
     std::filesystem::remove("programs/QVTEST.txt");
     RecordingUi ui;
@@ -166,7 +168,12 @@ class TemplateRunTest : public ::testing::Test {
     generator.open();
     EXPECT_EQ(generator.go().status, GenerationResult::kDone);
     write_text("run/QVTEST.cbl", read_text("programs/QVTEST.txt"));
-    CommandResult compiled = run_command("cobc -x -std=ibm -o run/qvtest run/QVTEST.cbl");
+    std::string sources = "run/QVTEST.cbl";
+    if (!driver.empty()) {
+      write_text("run/DRIVER.cbl", driver);
+      sources = "-fstatic-call run/DRIVER.cbl " + sources;
+    }
+    CommandResult compiled = run_command("cobc -x -std=ibm -o run/qvtest " + sources);
     EXPECT_EQ(compiled.status, 0) << compiled.output;
     std::string environment;
     for (const auto& [name, file] : files) environment += "DD_" + name + "=" + file + " ";
@@ -232,6 +239,50 @@ TEST_F(TemplateRunTest, MatchProgramProcessesTheMatchingDetails) {
       build_and_run(match, {{"UIN1", "master.dat"}, {"UIN2", "detail.dat"}, {"UOUT1", "out.dat"}});
   EXPECT_EQ(run.status, 12) << run.output;
   EXPECT_NE(run.output.find("FILEIN1 NOT SORTED"), std::string::npos) << run.output;
+}
+
+// A routine is called, not run: a small driver calls it twice with two requests. Each call
+// starts afresh (its files read again from the start, its counters from zero), takes the
+// request, fills the response and shows no run statistics.
+TEST_F(TemplateRunTest, RoutineStartsEveryCallAfresh) {
+  const std::string driver =
+      "       IDENTIFICATION DIVISION.\n"
+      "       PROGRAM-ID. DRIVER.\n"
+      "       DATA DIVISION.\n"
+      "       WORKING-STORAGE SECTION.\n"
+      "       01  WS-AREA.\n"
+      "           05 WS-REQUEST             PIC X(80).\n"
+      "           05 WS-RESPONSE            PIC X(80).\n"
+      "           05 WS-RETURN-CODE         PIC 9(02).\n"
+      "       PROCEDURE DIVISION.\n"
+      "           MOVE 'REQ-1' TO WS-REQUEST\n"
+      "           CALL 'QVTEST' USING WS-AREA\n"
+      "           DISPLAY 'CALL 1 RC ' WS-RETURN-CODE ' <' WS-RESPONSE '>'\n"
+      "           MOVE 'REQ-2' TO WS-REQUEST\n"
+      "           CALL 'QVTEST' USING WS-AREA\n"
+      "           DISPLAY 'CALL 2 RC ' WS-RETURN-CODE ' <' WS-RESPONSE '>'\n"
+      "           STOP RUN.\n";
+  const std::string input = record("K001", "FIRST") + record("K002", "SECOND");
+  write_text("in.dat", input);
+  const struct {
+    int filein;
+    std::string response1, response2;  // the record each call answers with
+    std::string written;               // the output file after the second call
+  } cases[] = {
+      {1, record("K002", "SECOND"), record("K002", "SECOND"), input},
+      {0, record("REQ-1", ""), record("REQ-2", ""), record("REQ-2", "")},
+  };
+  for (const auto& c : cases) {
+    const MatrixDefinition routine{.kind = 1, .filein = c.filein, .fileout = 1};
+    CommandResult run = build_and_run(routine, {{"UIN1", "in.dat"}, {"UOUT1", "out.dat"}}, driver);
+    ASSERT_EQ(run.status, 0) << run.output;
+    EXPECT_NE(run.output.find("CALL 1 RC 00 <" + c.response1 + ">"), std::string::npos)
+        << run.output;
+    EXPECT_NE(run.output.find("CALL 2 RC 00 <" + c.response2 + ">"), std::string::npos)
+        << run.output;
+    EXPECT_EQ(read_text("out.dat"), c.written) << run.output;
+    EXPECT_EQ(run.output.find("STATISTICS"), std::string::npos) << run.output;
+  }
 }
 
 }  // namespace

@@ -107,8 +107,13 @@ std::string easytrieve_field(const DclgenColumn& column) {
     case db2type::kTimestampTz:
       return field(32, "A");
     case db2type::kGraphic:
-    case db2type::kVargraphic:
       return field(2 * (length > 0 ? length : 1), "A");
+    // A varying field's length counts its two-byte length prefix, as DB2 hands it over.
+    case db2type::kVargraphic:
+      return field(2 * (length > 0 ? length : 1) + 2, "A") + " VARYING";
+    case db2type::kVarchar:
+    case db2type::kVarbinary:
+      return field((length > 0 ? length : 1) + 2, "A") + " VARYING";
     default:
       return field(length > 0 ? length : 10, "A");
   }

@@ -106,7 +106,9 @@ TEST_F(OutputPassTest, EasytrieveHostFieldFollowsTheDb2Type) {
       {db2type::kInteger, "", "  4 B 0"},       {db2type::kSmallint, "", "  2 B 0"},
       {db2type::kChar, "(40)", " 40 A"},        {db2type::kDate, "", " 10 A"},
       {db2type::kTimestamp, "(12)", " 32 A"},   {db2type::kTimestamp, "", " 26 A"},
-      {db2type::kVargraphic, "(20)", " 40 A"},  {db2type::kUnknown, "", " 10 A"},
+      {db2type::kVargraphic, "(20)", " 42 A VARYING"},
+      {db2type::kVarchar, "(200)", "202 A VARYING"},
+      {db2type::kUnknown, "", " 10 A"},
   };
   for (const auto& c : cases) {
     DclgenColumn column{.length_text = c.length, .type_code = c.type};

@@ -105,6 +105,7 @@ BaseParametersDialog::BaseParametersDialog(QWidget* parent)
 
   show_state();
   show_information();
+  help_->setText(to_qt(field_help(BaseField::kName)));  // the name has the first focus
 }
 
 QWidget* BaseParametersDialog::main_group() {

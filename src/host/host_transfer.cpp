@@ -7,6 +7,7 @@
 #include "host/sent_record.h"
 #include "port/user_interface.h"
 #include "store/config_file.h"
+#include "store/dclgen_members.h"
 #include "store/key2value_file.h"
 #include "store/program_jcl.h"
 #include "store/program_name.h"
@@ -192,59 +193,21 @@ Status send_program(const TransferRunner& run, const std::optional<std::string>&
   return outcome;
 }
 
-std::vector<std::string> include_members() {
-  const TagText keys = read_key2value_file();
-  std::vector<std::string> members;
-  for (const char letter : {'S', 'F', 'U', 'I', 'D'}) {
-    for (int row = 1; row <= 9; ++row) {
-      std::optional<std::string> member =
-          keys.value("INCLU-" + std::to_string(row) + std::string(1, letter));
-      if (!member || !is_member_name(*member)) continue;
-      bool seen = false;
-      for (const std::string& known : members) seen |= known == *member;
-      if (!seen) members.push_back(*member);
-    }
-  }
-  return members;
-}
-
-std::string missing_dclgen_message(const std::string& path) {
-  return bilingual("Cannot find the following DCLGEN file: \n",
-                   "Non trovo il seguente scarico della DCLGEN : \n") +
-         path +
-         bilingual("\n\nThe Db2 Field Selection cannot proceed without the previous file!",
-                   "\n\nLa Selezione dei Campi Db2 non puo' procedere senza il file precedente!") +
-         bilingual(
-             "\n\nIf your FTP tranfer didn't works, check out the following :"
-             "\n - Wrong FTP configuration. Check Library inserted and DCLGen name."
-             "\n - Wrong IP Addresses ,User or Password (check the FTP panel and update your "
-             "password)."
-             "\n - Opened and editing file on Mainframe. Check out that no one is editing your "
-             "DCLGEN."
-             "\n - Wrong VOLUME about the cylinders of the source Library of Dclgens. Try to "
-             "change you IP address asking to the systemists."
-             "\n - Use Advanced HELP.",
-             "\n\nSe il trasferimento FTP non funziona, le possibili cause potrebbero essere:"
-             "\n - Configurazione FTP errata. Controllare la Libreria inserita e il nome della "
-             "DCLGen."
-             "\n - Indirizzo IP, Utente o Password errati (controllare il pannello FTP e "
-             "aggiornare la password)."
-             "\n - File aperto in modifica sul Mainframe. Controllare che nessuno stia "
-             "modificando la DCLGEN."
-             "\n - VOLUME errato per i cilindri della Libreria sorgente delle Dclgen. Provare a "
-             "cambiare indirizzo IP chiedendo ai sistemisti."
-             "\n - Usare l'HELP Avanzato.");
-}
-
 Status download_dclgens(const std::string& library, const TransferRunner& run,
                         const std::optional<std::string>& password) {
+  return download_dclgens(library, include_members(), run, password);
+}
+
+Status download_dclgens(const std::string& library, const std::vector<std::string>& members,
+                        const TransferRunner& run, const std::optional<std::string>& password) {
   Result<UserData> user = transfer_user_data(password);
   if (!user) return user.status();
   if (library.empty() || has_line_break(library))
     return shown_failure(bilingual("The library of the DCLGEN members is not set.",
                                    "La libreria delle DCLGEN non e' impostata."));
   std::vector<std::pair<std::string, std::string>> wanted;
-  for (const std::string& member : include_members()) {
+  for (const std::string& member : members) {
+    if (!is_member_name(member)) continue;
     const std::string local = user->sourcedirectory + member + ".DCL";
     if (!disk().exists(local)) wanted.emplace_back(remote_member(library, member), local);
   }

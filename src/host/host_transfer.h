@@ -6,6 +6,7 @@
 
 #include "host/batch_run.h"
 #include "port/status.h"
+#include "store/dclgen_members.h"
 
 namespace quorva {
 
@@ -28,11 +29,9 @@ Status send_program(const TransferRunner& run = run_transfer_batch,
 Status download_dclgens(const std::string& library, const TransferRunner& run = run_transfer_batch,
                         const std::optional<std::string>& password = std::nullopt);
 
-/// The INCLUDE members of the access rows, each once, in row order.
-std::vector<std::string> include_members();
-
-/// "Cannot find the following DCLGEN file: ..." with the likely causes of a failed
-/// download, for the column selection and the download.
-std::string missing_dclgen_message(const std::string& path);
+/// As above, for the members named (the access details' rows before their OK).
+Status download_dclgens(const std::string& library, const std::vector<std::string>& members,
+                        const TransferRunner& run = run_transfer_batch,
+                        const std::optional<std::string>& password = std::nullopt);
 
 }  // namespace quorva

@@ -9,6 +9,7 @@
 #include "panels/row_field.h"
 #include "port/user_interface.h"
 #include "store/config_file.h"
+#include "store/dclgen_members.h"
 #include "store/key2value_file.h"
 #include "tagfile/folder_lock.h"
 #include "tagfile/log.h"
@@ -178,6 +179,61 @@ void Db2Details::fill_from_dclgen() {
   }
 }
 
+int Db2Details::enable_dclgens() {
+  int read = 0;
+  std::string problems;
+  for (int n = 1; n <= count_; ++n) {
+    const std::string& include = rows_[n - 1].include;
+    if (include.empty()) continue;
+    const std::string path = member_path(include);
+    if (!Esiste_file(path))
+      problems += bilingual("\n - not found: ", "\n - non trovato: ") + path;
+    else if (!read_table_info(path))
+      problems += bilingual("\n - no EXEC SQL DECLARE ... TABLE in ",
+                            "\n - nessun EXEC SQL DECLARE ... TABLE in ") +
+                  path;
+    else
+      ++read;
+  }
+  if (autofill_) fill_from_dclgen();
+  if (auto_owner_) copy_first_owner();
+  std::string message =
+      bilingual("DCLGEN members read: ", "Membri DCLGEN letti: ") + std::to_string(read);
+  if (!problems.empty())
+    message += bilingual("\nNot usable for the Db2 Fields Selection:",
+                         "\nNon utilizzabili per la Selezione dei Campi Db2:") +
+               problems +
+               bilingual("\n(Download DCLGEN via FTP fetches the missing ones.)",
+                         "\n(Download DCLGEN via FTP scarica quelli mancanti.)");
+  Mostra_popup(message);
+  return read;
+}
+
+std::vector<std::string> Db2Details::download_members() const {
+  std::vector<std::string> members = include_members();
+  for (int n = 1; n <= count_; ++n) {
+    const std::string& include = rows_[n - 1].include;
+    if (!include.empty() && std::find(members.begin(), members.end(), include) == members.end())
+      members.push_back(include);
+  }
+  return members;
+}
+
+std::optional<std::string> Db2Details::fields_member(int row) const {
+  if (!row_enabled(row) || rows_[row - 1].include.empty()) {
+    Mostra_popup(bilingual("Fill the INCLUDE field of the access with its DCLGEN member first.",
+                           "Indicare prima nel campo INCLUDE dell'accesso il suo membro "
+                           "DCLGEN."));
+    return std::nullopt;
+  }
+  const std::string path = member_path(rows_[row - 1].include);
+  if (!Esiste_file(path)) {
+    Mostra_popup(missing_dclgen_message(path));
+    return std::nullopt;
+  }
+  return path;
+}
+
 void Db2Details::copy_first_owner() {
   if (count_ < 1 || rows_[0].owner.empty()) return;
   for (int n = 2; n <= count_; ++n)
@@ -223,8 +279,13 @@ Status Db2Details::drop_old_member_columns() const {
   for (int n = 1; n <= count_; ++n) {
     if (saved_include_[n - 1].empty() || saved_include_[n - 1] == rows_[n - 1].include) continue;
     const std::string master = access_word(kind_) + std::to_string(n);
-    for (Selection selection : {Selection::kQuery, Selection::kWhere})
+    for (Selection selection : {Selection::kQuery, Selection::kWhere}) {
+      // A selection made on the new member before this OK stays.
+      const std::optional<ColumnBlock> block =
+          Leggi_colonne_treedb2(file, master, selection, false);
+      if (block && block->member == rows_[n - 1].include) continue;
       dropped &= Riscrivi_tag_treedb2(file, master, selection, false, "", "", {});
+    }
   }
   return dropped;
 }
@@ -250,13 +311,17 @@ Status Db2Details::write_rows() const {
     Status gathered = MydetailDb2(keys, kind_, !row.owner.empty(), "T-", row.owner, n);
     gathered &= MydetailDb2(keys, kind_, !row.table.empty(), "TABEL-", row.table, n);
     gathered &= MydetailDb2(keys, kind_, !row.cursor.empty(), "CURS-", row.cursor, n);
-    // LEV01- follows the member: it goes when the INCLUDE goes or names no host structure.
-    std::string structure;
-    if (!row.include.empty()) {
-      if (std::optional<DclgenTableInfo> info = read_table_info(member_path(row.include)))
-        structure = info->structure;
+    // LEV01- follows the member: it goes when the INCLUDE goes or names no host structure;
+    // a structure name chosen in the column selection stays while the member does.
+    const bool same_member = row.include == saved_include_[n - 1];
+    if (!same_member || row.include.empty() || !read_key2value(key("LEV01-", n, kind_))) {
+      std::string structure;
+      if (!row.include.empty()) {
+        if (std::optional<DclgenTableInfo> info = read_table_info(member_path(row.include)))
+          structure = info->structure;
+      }
+      gathered &= MydetailDb2(keys, kind_, !structure.empty(), "LEV01-", structure, n);
     }
-    gathered &= MydetailDb2(keys, kind_, !structure.empty(), "LEV01-", structure, n);
     gathered &= MydetailDb2(keys, kind_, !row.include.empty(), "INCLU-", row.include, n);
     gathered &= MydetailDb2(keys, kind_, !row.description.empty(), "DESCDB2-", row.description, n);
     if (!gathered) return gathered;

@@ -74,6 +74,18 @@ class Db2Details {
   /// Cancel: the FTP check only; false keeps the panel open. Writes nothing.
   bool cancel() const;
 
+  /// "Enable DCLGEN": reads the INCLUDE member of every row; with their boxes checked,
+  /// fills OWNER and TABLE NAME and copies the first OWNER, so the rows show what OK will
+  /// write. Says how many members were read and names each missing or unreadable one.
+  /// The number of members read.
+  int enable_dclgens();
+  /// The members "Download DCLGEN via FTP" fetches: those of the saved accesses of every
+  /// kind and those of this panel's rows, each once.
+  std::vector<std::string> download_members() const;
+  /// "Fields Select." on a row: the file of its INCLUDE member; nullopt, with the message
+  /// shown, when the row names none or its file is not there.
+  std::optional<std::string> fields_member(int row) const;
+
   /// Fills empty OWNER and TABLE NAME fields from the INCLUDE members' table declarations.
   void fill_from_dclgen();
   /// Copies the first row's OWNER into every empty OWNER below it.

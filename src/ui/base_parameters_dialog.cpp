@@ -19,6 +19,7 @@
 
 #include "panels/program_files.h"
 #include "ui/advanced_options_dialog.h"
+#include "ui/db2_details_dialog.h"
 #include "ui/file_details_dialog.h"
 #include "ui/labels.h"
 #include "ui/qt_text.h"
@@ -362,8 +363,13 @@ void BaseParametersDialog::open_details(Count which) {
       details.exec();
       return;
     }
+    case Count::kParameters:
+      return;  // the cards have no details
     default:
-      return;
+      open_db2_details(
+          panel_.language() == ProgramLanguage::kEasytrieve,
+          static_cast<AccessKind>(static_cast<int>(which) - static_cast<int>(Count::kSelect)),
+          chosen, this);
   }
 }
 

@@ -26,6 +26,18 @@ constexpr const char* kBars[] = {kBarPreallocation, kBarConversions, kBarOutput}
 
 }  // namespace
 
+bool transfer_password(QWidget* parent, const QString& title,
+                       std::optional<std::string>& password) {
+  password.reset();
+  if (!config_switch(kAskPasswordKey)) return true;
+  bool given = false;
+  const QString typed = QInputDialog::getText(parent, title, text(Label::kTypedPassword),
+                                              QLineEdit::Password, QString(), &given);
+  if (!given) return false;
+  password = from_qt(typed);
+  return password.has_value();
+}
+
 GenerateDialog::GenerateDialog(ThreadedInterface& port, QWidget* parent)
     : FrameDialog("WindowGenerate", parent) {
   setWindowTitle(text(Label::kGenerateButton));
@@ -144,15 +156,7 @@ void GenerateDialog::preview() {
 void GenerateDialog::transfer() {
   if (busy() || !GeneratePanel::accept_information_note()) return;
   std::optional<std::string> password;
-  if (config_switch(kAskPasswordKey)) {
-    bool given = false;
-    const QString typed =
-        QInputDialog::getText(this, text(Label::kTransferButton), text(Label::kTypedPassword),
-                              QLineEdit::Password, QString(), &given);
-    if (!given) return;
-    password = from_qt(typed);
-    if (!password) return;
-  }
+  if (!transfer_password(this, text(Label::kTransferButton), password)) return;
   auto done = std::make_shared<bool>(false);
   run_off_thread([password, done] { *done = send_program(run_transfer_batch, password).ok(); },
                  [this, done] { emit transfer_ended(*done); });

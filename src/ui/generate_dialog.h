@@ -2,6 +2,8 @@
 
 #include <QString>
 #include <functional>
+#include <optional>
+#include <string>
 
 #include "panels/generate_panel.h"
 #include "ui/frame_dialog.h"
@@ -15,6 +17,10 @@ class QThread;
 namespace quorva::gui {
 
 class ThreadedInterface;
+
+/// The TSO password for one transfer, asked when the options say so (else none, from
+/// User.dat). False when the person cancelled or typed what the host cannot take.
+bool transfer_password(QWidget* parent, const QString& title, std::optional<std::string>& password);
 
 /// "Generate the Program" (WindowGenerate) over GeneratePanel. GO asks its questions here,
 /// runs the generation on a worker thread so the window keeps repainting, then finishes

@@ -2,14 +2,21 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QTabWidget>
+#include <algorithm>
 #include <memory>
 
+#include "panels/base_parameters.h"
+#include "panels/column_selection.h"
 #include "panels/dynamic_list.h"
 #include "panels/host_names.h"
+#include "store/key2value_file.h"
 #include "store/user_file.h"
 #include "ui/advanced_options_dialog.h"
 #include "ui/base_parameters_dialog.h"
+#include "ui/column_selection_dialog.h"
+#include "ui/db2_details_dialog.h"
 #include "ui/dynamic_list_dialog.h"
 #include "ui/error_popup.h"
 #include "ui/file_details_dialog.h"
@@ -86,6 +93,20 @@ QStringList take_screenshots(const QString& folder, ThreadedInterface& port) {
     // A refusal as the File Details panel shows it.
     ErrorPopup popup(to_qt(file_name_problem("1INPUT")), &main);
     save(&popup, target, "error_popup", written);
+  }
+  {
+    const BaseParameters program = BaseParameters::open();
+    Db2DetailsDialog dialog(program.language() == ProgramLanguage::kEasytrieve, AccessKind::kSelect,
+                            std::max(program.count(Count::kSelect), 1), &main);
+    save(&dialog, target, "db2_details", written);
+  }
+  if (std::optional<std::string> member = read_key2value("INCLU-1S")) {
+    ColumnSelectionDialog dialog(AccessKind::kSelect, 1, *member, Selection::kQuery,
+                                 dclgen_member_path(*member), &main);
+    dialog.load_previous();
+    dialog.search_field()->setText("CITY");
+    dialog.search();
+    save(&dialog, target, "column_selection", written);
   }
   const DynamicListSetup setup = member_list();
   if (Result<DynamicList> list = DynamicList::open(&setup)) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "dclgen/dclgen_member.h"
+#include "store/key2value_file.h"
 #include "support/members.h"
 #include "support/outcome.h"
 #include "support/recording_ui.h"
@@ -159,6 +160,25 @@ TEST_F(Db2DetailsTest, ChangingTheMemberResetsWhatBelongedToTheOldOne) {
         !ui.messages.empty() &&
         ui.messages.back().find("is not the table its DCLGEN member") != std::string::npos;
     EXPECT_EQ(warned, c.warned) << what;
+  }
+  // Columns chosen on the new member before the OK that names it stay.
+  {
+    write_text("temp/key2value.dat", "INCLU-1S=CUSTOMER\n");
+    Db2Details panel = Db2Details::open(false, AccessKind::kSelect, 1);
+    ASSERT_TRUE(panel.set_include(1, "ORDERS"));
+    ASSERT_TRUE(Riscrivi_tag_treedb2("temp/col_select.dat", "SELECT1", Selection::kQuery, true,
+                                     "ORDERS", "|NAME", {id}));
+    ASSERT_TRUE(done(panel.confirm()));
+    EXPECT_NE(read_text("temp/col_select.dat").find("[SELECT1-QUERY]\n<ORDERS>"),
+              std::string::npos);
+    // So does the structure name chosen there, while the member stays.
+    TagEdit chosen = key2value_edit();
+    chosen.set("LEV01-1S", "WS-ORDER");
+    ASSERT_TRUE(chosen.apply(false));
+    Db2Details again = Db2Details::open(false, AccessKind::kSelect, 1);
+    ASSERT_TRUE(again.set_owner(1, "PROD"));
+    ASSERT_TRUE(done(again.confirm()));
+    EXPECT_NE(read_text("temp/key2value.dat").find("LEV01-1S=WS-ORDER"), std::string::npos);
   }
   // In the person's language.
   write_text("Resource/QVconfig.ini", "target_language=ITA\n");

@@ -1,5 +1,6 @@
 // Base Parameters and File Details: OK writes what the command line writes for the same
 // input, Cancel only the position, and the windows follow the panels' rules.
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -8,10 +9,12 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QTimer>
 #include <memory>
 
 #include "support/temp_folder.h"
 #include "ui/base_parameters_dialog.h"
+#include "ui/db2_details_dialog.h"
 #include "ui/file_details_dialog.h"
 #include "ui_test_support.h"
 
@@ -172,6 +175,32 @@ class ProgramTest : public QObject {
     dialog.new_program_button()->click();
     QCOMPARE(dialog.result(), BaseParametersDialog::kRenewed);
     QVERIFY(!std::filesystem::exists("temp/Parbase.dat"));  // no defaults in this folder
+  }
+
+  void detailsOpenForTheirKindWithTheCountShown() {
+    BaseParametersDialog dialog(nullptr);
+    const struct {
+      Count count;
+      int chosen;
+      int kind;  // FileKind or AccessKind
+    } cases[] = {{Count::kFileout, 3, int(FileKind::kOutput)},
+                 {Count::kFilein, 0, int(FileKind::kInput)},
+                 {Count::kUpdate, 2, int(AccessKind::kUpdate)},
+                 {Count::kDelete, 1, int(AccessKind::kDelete)}};
+    for (const auto& c : cases) {
+      dialog.count(c.count)->setCurrentIndex(c.chosen);
+      std::pair<int, int> seen{-1, -1};
+      QTimer::singleShot(0, [&seen] {
+        QWidget* open = QApplication::activeModalWidget();
+        if (auto* files = qobject_cast<FileDetailsDialog*>(open))
+          seen = {int(files->panel().kind()), files->panel().count()};
+        if (auto* db2 = qobject_cast<Db2DetailsDialog*>(open))
+          seen = {int(db2->panel().kind()), db2->panel().count()};
+        if (open) open->close();
+      });
+      dialog.details(c.count)->click();
+      QCOMPARE(seen, std::make_pair(c.kind, c.chosen));
+    }
   }
 
   void fileDetailsOkWritesAsTheCommandLine() {

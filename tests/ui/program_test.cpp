@@ -25,15 +25,8 @@ using quorva::test::shell_quote;
 
 namespace {
 
-// One choice made both ways: KEY=VALUE for `quorva program set`, and on the window.
-struct Choice {
-  const char* key;
-  const char* value;
-};
-
-void choose(BaseParametersDialog& dialog, const Choice& choice) {
-  const std::string key = choice.key;
-  const QString value = choice.value;
+// A KEY=VALUE of `quorva program set` made on the window.
+void choose(BaseParametersDialog& dialog, const std::string& key, const QString& value) {
   const std::pair<const char*, Switch> switches[] = {{"constants", Switch::kConstants},
                                                      {"thru", Switch::kThru},
                                                      {"jcl", Switch::kJcl},
@@ -71,34 +64,21 @@ class ProgramTest : public QObject {
   void cleanup() { folder_.reset(); }
 
   void baseParametersOkWritesAsTheCommandLine() {
-    const std::vector<std::vector<Choice>> cases = {
-        {{"language", "easytrieve"},
-         {"name", "payroll"},
-         {"kind", "match"},
-         {"report", "2"},
-         {"filein", "2"},
-         {"jcl", "off"},
-         {"commit", "off"},
-         {"description",
-          "Monthly payroll with a word far too long: "
-          "ABCDEFGHIJKLMNOPQRSTUVWXYZABCDEFGHIJKLMNOPQRSTUVWXYZABCDEFGHIJ end"}},
-        {{"language", "cobol"},
-         {"name", "CUST01"},
-         {"kind", "routine"},
-         {"thru", "on"},
-         {"constants", "on"},
-         {"fileout", "3"},
-         {"delete", "2"},
-         {"parameters", "1"},
-         {"description", ""}},
-    };
-    for (const auto& choices : cases) {
+    // KEY=VALUE choices separated by "|", the language first as the command line takes it.
+    const char* cases[] = {
+        "language=easytrieve|name=payroll|kind=match|report=2|filein=2|jcl=off|commit=off|"
+        "description=Monthly payroll with a word far too long: "
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZABCDEFGHIJKLMNOPQRSTUVWXYZABCDEFGHIJ end",
+        "language=cobol|name=CUST01|kind=routine|thru=on|constants=on|fileout=3|delete=2|"
+        "parameters=1|description="};
+    for (const char* choices : cases) {
       std::string arguments = "program set";
-      for (const Choice& c : choices)
-        arguments += " " + shell_quote(std::string(c.key) + "=" + c.value);
-      QCOMPARE(folder_->twin_run(arguments).status, 0);
       BaseParametersDialog dialog(nullptr);
-      for (const Choice& c : choices) choose(dialog, c);
+      for (const QString& choice : QString(choices).split('|')) {
+        arguments += " " + shell_quote(choice.toStdString());
+        choose(dialog, choice.section('=', 0, 0).toStdString(), choice.section('=', 1));
+      }
+      QCOMPARE(folder_->twin_run(arguments).status, 0);
       dialog.confirm();
       QCOMPARE(dialog.result(), int(QDialog::Accepted));
       QCOMPARE(read_text("temp/Parbase.dat"), read_text(folder_->twin / "temp/Parbase.dat"));
@@ -147,13 +127,31 @@ class ProgramTest : public QObject {
     QVERIFY(dialog.count(Count::kReport)->isEnabled());
   }
 
+  void helpAreaFollowsThePointer() {
+    BaseParametersDialog dialog(nullptr);
+    const std::pair<QWidget*, const char*> fields[] = {
+        {dialog.count(Count::kFetch),
+         "Select the required Db2 Fetch accesses then proceed for DETAILS."},
+        {dialog.kind(ProgramKind::kRoutine),
+         "Routine are programs called from other programs, with a specific task.They have an "
+         "exchange data area."},
+        {dialog.switch_box(Switch::kThru), "Insert the THRU at every PERFORM (Old School)."},
+        {dialog.description()->viewport(),
+         "Specify the program description that will appear inside the source."}};
+    for (const auto& [widget, help] : fields) {
+      QEvent enter(QEvent::Enter);
+      QApplication::sendEvent(widget, &enter);
+      QCOMPARE(dialog.help_area()->text(), QString(help));
+    }
+  }
+
   void cancelAndNewProgramAnsweredNoWriteOnlyThePosition() {
     const auto before = snapshot(folder_->home.path);
     const std::string config = read_text("Resource/QVconfig.ini");
     for (bool details : {false, true}) {
       BaseParametersDialog dialog(nullptr);
-      choose(dialog, {"name", "OTHER"});
-      choose(dialog, {"fileout", "4"});
+      choose(dialog, "name", "OTHER");
+      choose(dialog, "fileout", "4");
       if (details) {
         FileDetailsDialog files(FileKind::kOutput, 4, &dialog);
         files.field(3, FileDetailsDialog::kName)->setText("NEWOUT");

@@ -162,7 +162,6 @@ constexpr Pair kLabels[] = {
     {Label::kKey2ValueInUse, "Key to Value :", "Chiave Valore :"},
     {Label::kFlagsInUse, "Custom Flags :", "Flag Personalizzati :"},
     {Label::kTemplateIdentity, "Pseudo Source :", "Pseudo Sorgente :"},
-    {Label::kFieldHelp, "Help", "Aiuto"},
     {Label::kFileDetailsTitle, "File Details - Names and Descriptions",
      "Dettaglio File - Nomi e Descrizioni"},
     {Label::kFileName, "FILE NAME", "NOME FILE"},

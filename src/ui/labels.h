@@ -127,7 +127,6 @@ enum class Label {
   kKey2ValueInUse,
   kFlagsInUse,
   kTemplateIdentity,
-  kFieldHelp,
   kFileDetailsTitle,
   kFileName,
   kReportName,

@@ -12,10 +12,6 @@
 namespace quorva {
 namespace {
 
-constexpr std::size_t kNameLimit = 8;
-constexpr std::size_t kReportNameLimit = 10;
-constexpr std::size_t kDescriptionLimit = 44;
-
 std::string numbered(const char* prefix, int row) {
   return prefix + std::to_string(row);
 }
@@ -146,7 +142,7 @@ bool FileDetails::set_name(int row, const std::string& text) {
     Mostra_popup(problem);
     return false;
   }
-  return set_field(&FileRow::name, row, text, kNameLimit, "FILE NAME");
+  return set_field(&FileRow::name, row, text, kFileNameLimit, "FILE NAME");
 }
 
 bool FileDetails::set_report_name(int row, const std::string& text) {
@@ -154,7 +150,7 @@ bool FileDetails::set_report_name(int row, const std::string& text) {
 }
 
 bool FileDetails::set_description(int row, const std::string& text) {
-  return set_field(&FileRow::description, row, text, kDescriptionLimit, "FILE DESCRIPTION");
+  return set_field(&FileRow::description, row, text, kFileDescriptionLimit, "FILE DESCRIPTION");
 }
 
 void FileDetails::allow(int k) {

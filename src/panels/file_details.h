@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -12,6 +13,10 @@
 namespace quorva {
 
 constexpr int kDetailRows = 9;
+/// Characters a FILE NAME, a REPORT NAME and a FILE DESCRIPTION hold.
+constexpr std::size_t kFileNameLimit = 8;
+constexpr std::size_t kReportNameLimit = 10;
+constexpr std::size_t kFileDescriptionLimit = 44;
 
 enum class FileKind { kInput, kOutput, kReport };
 

@@ -25,15 +25,6 @@ constexpr Pair kLabels[] = {
     {Label::kAdvancedHelp, "Advanced HELP !", "HELP Avanzato !"},
     {Label::kLevel, "Your level:", "Il tuo livello:"},
     {Label::kTipTitle, "Tip of the day", "Suggerimento del giorno"},
-    {Label::kBaseParametersLater,
-     "The program definition windows are not in this version yet. Define the program with "
-     "the command line, in this working folder:\n\n  quorva program set name=... language=...\n"
-     "  quorva files ...   quorva db2 ...   quorva columns ...\n\nthen come back to Generate "
-     "the Program.",
-     "Le finestre di definizione del programma non sono ancora in questa versione. Definisci "
-     "il programma con la riga di comando, in questa cartella di lavoro:\n\n  quorva program "
-     "set name=... language=...\n  quorva files ...   quorva db2 ...   quorva columns ...\n\n"
-     "poi torna a Genera il Programma."},
     {Label::kGo, "GO !!!!", "VAI !!!!"},
     {Label::kPreviewButton, "Program Preview", "Anteprima Programma"},
     {Label::kTransferButton, "Transfer the Program via FTP !!!",
@@ -140,6 +131,43 @@ constexpr Pair kLabels[] = {
     {Label::kTreeColumn, "Column", "Colonna"},
     {Label::kTreeType, "Type", "Tipo"},
     {Label::kTreeValue, "Value", "Valore"},
+    // Base Parameters and File Details
+    {Label::kBaseTitle, "Base Parameters Selection", "Selezione Parametri Base"},
+    {Label::kMainInformations, "Main Informations", "Informazioni Principali"},
+    {Label::kProgramDescription, "Program Description", "Descrizione Programma"},
+    {Label::kNameAndType, "Prg. Name and Type", "Nome e Tipo Prg."},
+    {Label::kProgramName, "Name :", "Nome :"},
+    {Label::kLanguage, "Language :", "Linguaggio :"},
+    {Label::kCobol, "COBOL 2", "COBOL 2"},
+    {Label::kEasytrieve, "EASYTRIEVE", "EASYTRIEVE"},
+    {Label::kBatch, "Batch", "Batch"},
+    {Label::kRoutine, "Routine/Module", "Routine/Modulo"},
+    {Label::kMatch, "2 Files Match", "Match 2 File"},
+    {Label::kComments, "Comments   :", "Commenti   :"},
+    {Label::kConstants, "Constants   :", "Costanti   :"},
+    {Label::kMainPseudoSource, "Main Pseudo Source Code", "Sorgente Pseudo Codice Principale"},
+    {Label::kIoGroup, "I/O Accesses and Report", "Accessi I/O e Report"},
+    {Label::kInputFile, "INPUT FILE                 :", "FILE DI INPUT            :"},
+    {Label::kOutputFile, "OUTPUT FILE             :", "FILE DI OUTPUT          :"},
+    {Label::kReportCount, "REPORT (Easytrieve)  :", "REPORT (Easytrieve)  :"},
+    {Label::kDb2Group, "Db2 Accesses", "Accessi Db2"},
+    {Label::kSaveDefault, "Save as Default", "Salva come Default"},
+    {Label::kNewProgram, "NEW Program", "NUOVO Programma"},
+    {Label::kKeyToValue, "Key to Value", "Chiave Valore"},
+    {Label::kCustomFlags, "Custom Flags", "Flag Personalizzati"},
+    {Label::kCustomCode, "Custom Code", "Codice Personalizzato"},
+    {Label::kDetails, "DETAILS", "DETTAGLI"},
+    {Label::kInUse, "In use", "In uso"},
+    {Label::kCustomCodesInUse, "Custom Code :", "Codice Personalizzato :"},
+    {Label::kKey2ValueInUse, "Key to Value :", "Chiave Valore :"},
+    {Label::kFlagsInUse, "Custom Flags :", "Flag Personalizzati :"},
+    {Label::kTemplateIdentity, "Pseudo Source :", "Pseudo Sorgente :"},
+    {Label::kFileDetailsTitle, "File Details - Names and Descriptions",
+     "Dettaglio File - Nomi e Descrizioni"},
+    {Label::kFileName, "FILE NAME", "NOME FILE"},
+    {Label::kReportName, "REPORT NAME", "NOME REPORT"},
+    {Label::kFileDescription, "FILE DESCRIPTION", "DESCRIZIONE FILE"},
+    {Label::kExcel, "EXCEL", "EXCEL"},
 };
 constexpr bool in_order() {
   for (std::size_t i = 0; i < std::size(kLabels); ++i)

@@ -14,6 +14,7 @@
 #include "port/user_interface.h"
 #include "shell/main_dialog.h"
 #include "store/config_file.h"
+#include "ui/base_parameters_dialog.h"
 #include "ui/generate_dialog.h"
 #include "ui/labels.h"
 #include "ui/qt_text.h"
@@ -100,8 +101,13 @@ void MainWindow::open_user_data() {
 }
 
 void MainWindow::open_base_parameters() {
-  QMessageBox::information(this, text(Label::kBaseParametersButton),
-                           text(Label::kBaseParametersLater));
+  // After "NEW Program" the panel opens again on the restored files.
+  int result = BaseParametersDialog::kRenewed;
+  while (result == BaseParametersDialog::kRenewed) {
+    BaseParametersDialog dialog(this);
+    result = dialog.exec();
+  }
+  refresh();
 }
 
 void MainWindow::open_generate() {

@@ -10,15 +10,17 @@
 #include "panels/base_parameters.h"
 #include "panels/column_selection.h"
 #include "panels/dynamic_list.h"
+#include "panels/host_names.h"
 #include "store/key2value_file.h"
 #include "store/user_file.h"
 #include "ui/advanced_options_dialog.h"
+#include "ui/base_parameters_dialog.h"
 #include "ui/column_selection_dialog.h"
 #include "ui/db2_details_dialog.h"
 #include "ui/dynamic_list_dialog.h"
 #include "ui/error_popup.h"
+#include "ui/file_details_dialog.h"
 #include "ui/generate_dialog.h"
-#include "ui/labels.h"
 #include "ui/main_window.h"
 #include "ui/preview_dialog.h"
 #include "ui/qt_text.h"
@@ -74,13 +76,22 @@ QStringList take_screenshots(const QString& folder, ThreadedInterface& port) {
     }
   }
   {
+    BaseParametersDialog dialog(&main);
+    save(&dialog, target, "base_parameters", written);
+  }
+  {
+    FileDetailsDialog dialog(FileKind::kOutput, 3, &main);
+    save(&dialog, target, "file_details", written);
+  }
+  {
     GenerateDialog dialog(port, &main);
     save(&dialog, target, "generate", written);
   }
   if (std::unique_ptr<PreviewDialog> preview{PreviewDialog::open_current(&main)})
     save(preview.get(), target, "preview", written);
   {
-    ErrorPopup popup(text(Label::kBaseParametersLater), &main);
+    // A refusal as the File Details panel shows it.
+    ErrorPopup popup(to_qt(file_name_problem("1INPUT")), &main);
     save(&popup, target, "error_popup", written);
   }
   {

@@ -86,7 +86,7 @@ class MainWindowTest : public QObject {
     const QString pictures =
         QString::fromStdString((folder_->home.scratch.path() / "pictures").string());
     const QStringList written = take_screenshots(pictures, folder_->port);
-    QCOMPARE(written.size(), 11);
+    QCOMPARE(written.size(), 13);
     for (const QString& file : written) QVERIFY(QFileInfo(file).size() > 1000);
     auto changed = changed_files(before, snapshot(folder_->home.path));
     std::erase(changed, std::string("warning.log"));  // recreated by the Generate panel

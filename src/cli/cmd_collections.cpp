@@ -55,7 +55,7 @@ void print_list(const Collections& collections) {
       std::cout << "  (" << bilingual("in use, slot ", "in uso, posizione ") << slot << ")";
     std::cout << '\n';
   }
-  for (std::size_t n = 1; n <= collections.slots().size(); ++n) {
+  for (std::size_t n = 1; n <= collections.chosen().size(); ++n) {
     const std::string label = collections.slot_label(static_cast<int>(n));
     if (label.empty() || collections.exists(label)) continue;
     std::cout << latin1_to_utf8(label) << "  (" << bilingual("in use, slot ", "in uso, posizione ")
@@ -196,7 +196,7 @@ int run_collections(const std::string& action, CollectionArgs args) {
   } else if (action == "use") {
     changed = collections.use(args.name);
   } else if (action == "unuse") {
-    if (args.slot < 0 || args.slot > static_cast<int>(collections.slots().size())) {
+    if (args.slot < 0 || args.slot > static_cast<int>(collections.chosen().size())) {
       Mostra_popup(bilingual("There is no slot ", "Non esiste la posizione ") +
                    std::to_string(args.slot));
       return kFailed;

@@ -227,7 +227,7 @@ void Collections::free_slot(int slot) {
   slots_[slot - 1].clear();
 }
 
-std::vector<int> Collections::missing_slots() const {
+std::vector<int> Collections::missing_chosen() const {
   std::vector<int> missing;
   for (std::size_t n = 0; n < slots_.size(); ++n) {
     if (slots_[n].empty()) continue;
@@ -241,7 +241,7 @@ std::vector<int> Collections::missing_slots() const {
 
 std::string Collections::missing_message() const {
   std::string text;
-  for (int slot : missing_slots()) text += "\n" + std::to_string(slot) + ": " + slots_[slot - 1];
+  for (int slot : missing_chosen()) text += "\n" + std::to_string(slot) + ": " + slots_[slot - 1];
   if (text.empty()) return text;
   return bilingual("These collections in use have not been found:",
                    "Queste collezioni in uso non sono state trovate:") +
@@ -397,7 +397,7 @@ Status Collections::confirm() {
   const std::vector<std::string> before = read_chosen_slots(kind_);
   if (before != slots_) {
     TagEdit chosen(format.chosen_file);
-    for (int n = 1; n <= format.slots; ++n) {
+    for (int n = 1; n <= format.slot_count; ++n) {
       if (const std::string other = other_slot_tag(kind_, n); !other.empty()) chosen.remove(other);
       chosen.set_or_remove(chosen_slot_tag(kind_, n), slots_[n - 1]);
     }

@@ -43,7 +43,7 @@ class Collections {
   bool remove(const std::string& name);
 
   /// The chosen file of each slot (index 0 is slot 1); empty where free.
-  const std::vector<std::string>& slots() const { return slots_; }
+  const std::vector<std::string>& chosen() const { return slots_; }
   /// A slot's collection name, or its file when that is no collection of this folder.
   std::string slot_label(int slot) const;
   /// The slot (1 on) that holds the collection; 0 when not chosen.
@@ -53,7 +53,7 @@ class Collections {
   bool unuse(const std::string& name);
   void free_slot(int slot);
   /// Slots (1 on) whose file is missing.
-  std::vector<int> missing_slots() const;
+  std::vector<int> missing_chosen() const;
   /// The message that names them; empty when none is missing.
   std::string missing_message() const;
 

@@ -61,8 +61,8 @@ std::string other_slot_tag(CollectionKind kind, int slot) {
 std::vector<std::string> read_chosen_slots(CollectionKind kind) {
   const CollectionFormat& format = collection_format(kind);
   const std::string text = read_whole_file(format.chosen_file).value_or("");
-  std::vector<std::string> slots(format.slots);
-  for (int n = 1; n <= format.slots; ++n) {
+  std::vector<std::string> slots(format.slot_count);
+  for (int n = 1; n <= format.slot_count; ++n) {
     const std::string tag = chosen_slot_tag(kind, n);
     std::optional<std::string> file = Leggi_tag_in(text, format.chosen_file, false, tag);
     if (!file && n < 10)

@@ -19,7 +19,7 @@ enum class CollectionKind { kSnippets, kFlags, kKeyToValue };
 struct CollectionFormat {
   const char* prefix;       ///< of the file name in the source folder
   const char* chosen_file;  ///< the file of the chosen collections
-  int slots;                ///< how many may be chosen
+  int slot_count;           ///< how many may be chosen
   const char* description;  ///< the tag of the description line; null for snippets
 };
 const CollectionFormat& collection_format(CollectionKind kind);

@@ -68,6 +68,22 @@ enum class Label {
   kTypedPassword,
   kInstallTitle,
   kTutorial,
+  // The collection managers.
+  kCollectionNew,
+  kCollectionCopy,
+  kCollectionRename,
+  kCollectionDelete,
+  kCollectionName,
+  kCollectionDescription,
+  kCollectionInUse,
+  kCollectionMissing,
+  kAddRow,
+  kRemoveRow,
+  kKeyColumn,
+  kValueColumn,
+  kOnColumn,
+  kFlagColumn,
+  kCountColumn,
   kCount
 };
 

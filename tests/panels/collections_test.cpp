@@ -155,7 +155,7 @@ TEST_F(CollectionsTest, SlotsFullMissingFilesAndDeletingOneInUse) {
 
   fs::remove(source() + "Flags_Coll_F7.txt");
   Collections again = opened(CollectionKind::kFlags);
-  EXPECT_EQ(again.missing_slots(), std::vector<int>{7});
+  EXPECT_EQ(again.missing_chosen(), std::vector<int>{7});
   EXPECT_NE(again.missing_message().find("7: " + source() + "Flags_Coll_F7.txt"),
             std::string::npos);
 

@@ -10,6 +10,7 @@ QObject* make_frame_test();
 QObject* make_settings_test();
 QObject* make_generate_test();
 QObject* make_main_window_test();
+QObject* make_collections_test();
 }  // namespace quorva::gui::test
 
 int main(int argc, char** argv) {
@@ -20,7 +21,8 @@ int main(int argc, char** argv) {
   } groups[] = {{"Frame", make_frame_test},
                 {"Settings", make_settings_test},
                 {"Generate", make_generate_test},
-                {"MainWindow", make_main_window_test}};
+                {"MainWindow", make_main_window_test},
+                {"Collections", make_collections_test}};
   QApplication app(argc, argv);
   if (argc < 2) {
     std::fprintf(stderr, "usage: tests_ui GROUP [QtTest options]\n");

@@ -103,6 +103,11 @@ std::optional<Section> find_section(const std::string& text, const std::string& 
   return found;
 }
 
+bool no_row(const std::string& key) {
+  Mostra_popup(bilingual("There is no row ", "Non esiste la riga ") + key);
+  return false;
+}
+
 // Applies the rows of `set` or `unset` to the content; false when one is refused.
 bool change_rows(CollectionKind kind, CollectionContent& content, const CollectionArgs& args,
                  bool set) {
@@ -122,6 +127,8 @@ bool change_rows(CollectionKind kind, CollectionContent& content, const Collecti
         content.text.replace(section->start, section->end - section->start, lines);
       else if (set)
         content.text += lines;
+      else
+        return no_row(head);
       continue;
     }
     const std::string key = set ? row.substr(0, equals) : row;
@@ -133,31 +140,35 @@ bool change_rows(CollectionKind kind, CollectionContent& content, const Collecti
     }
     const std::string value = set ? row.substr(equals + 1) : "";
     if (kind == CollectionKind::kFlags) {
-      std::erase_if(content.flags, [&](const FlagRow& flag) { return flag.code == key; });
-      if (!set) continue;
+      auto found = std::find_if(content.flags.begin(), content.flags.end(),
+                                [&](const FlagRow& flag) { return flag.code == key; });
       const bool digits = !value.empty() && value.size() <= 5 &&
                           value.find_first_not_of("0123456789") == std::string::npos;
-      content.flags.push_back({key, digits ? std::stoi(value) : 0});
+      const FlagRow changed{key, digits ? std::stoi(value) : 0};
+      if (found == content.flags.end() && !set) return no_row(key);
+      if (!set)
+        content.flags.erase(found);
+      else if (found != content.flags.end())
+        *found = changed;
+      else
+        content.flags.push_back(changed);
     } else {
       auto found = std::find_if(content.pairs.begin(), content.pairs.end(),
                                 [&](const KeyValueRow& pair) { return pair.key == key; });
-      if (!set) {
-        if (found != content.pairs.end()) content.pairs.erase(found);
-      } else if (found != content.pairs.end()) {
+      if (found == content.pairs.end() && !set) return no_row(key);
+      if (!set)
+        content.pairs.erase(found);
+      else if (found != content.pairs.end())
         found->value = value;
-      } else {
+      else
         content.pairs.push_back({key, value, true});
-      }
     }
   }
   for (const auto& [keys, enabled] : {std::pair{&args.off, false}, std::pair{&args.on, true}})
     for (const std::string& key : *keys) {
       auto found = std::find_if(content.pairs.begin(), content.pairs.end(),
                                 [&](const KeyValueRow& pair) { return pair.key == key; });
-      if (found == content.pairs.end()) {
-        Mostra_popup(bilingual("There is no key ", "Non esiste la chiave ") + key);
-        return false;
-      }
+      if (found == content.pairs.end()) return no_row(key);
       found->enabled = enabled;
     }
   if (args.description) content.description = *args.description;
@@ -167,6 +178,11 @@ bool change_rows(CollectionKind kind, CollectionContent& content, const Collecti
 int run_collections(const std::string& action, CollectionArgs args) {
   if (!typed_words(args)) return kFailed;
   const CollectionKind kind = kind_of(args.kind);
+  if (args.description && kind == CollectionKind::kSnippets) {
+    Mostra_popup("Custom code has no description: --desc is for flags and k2v.",
+                 "Il codice custom non ha descrizione: --desc vale per flags e k2v.");
+    return kFailed;
+  }
   Result<Collections> opened = Collections::open(kind);
   if (!opened) return exit_status(opened.status());
   Collections& collections = *opened;

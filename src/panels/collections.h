@@ -67,11 +67,6 @@ class Collections {
   /// removal of deleted or renamed files, under the working folder's lock.
   Status confirm();
 
-  /// The refusal of a flag row, a key-to-value row, or snippets text; empty when valid.
-  static std::string flag_problem(const FlagRow& row);
-  static std::string pair_problem(const KeyValueRow& row, char off);
-  static std::string snippets_problem(const std::string& text);
-
  private:
   struct Entry {
     std::string name;

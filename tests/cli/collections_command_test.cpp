@@ -55,6 +55,8 @@ TEST(CollectionsCommand, RefusalsWriteNothing) {
                        {"collections set flags A CZZ", 1, "Write each row as KEY=VALUE"},
                        {"collections set k2v A K=V", 1, "There is no collection named A"},
                        {"collections unuse flags A", 1, "is not in use"},
+                       {"collections unset flags A CQQ", 1, "There is no row CQQ"},
+                       {"collections new snippets S --desc x", 1, "Custom code has no description"},
                        {"collections unuse flags --slot 26", 1, "There is no slot 26"},
                        {"collections list lists", 2, "KIND"},
                        {"collections rename flags A", 2, "TO"}});

@@ -5,6 +5,7 @@
 #include "engine/conversion_list.h"
 #include "engine/custom_code.h"
 #include "engine/flag_table.h"
+#include "panels/collection_rules.h"
 #include "panels/collections.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
@@ -125,11 +126,11 @@ TEST_F(CollectionsTest, RefusedNamesAndRowsChangeNothing) {
   }
   EXPECT_FALSE(flags.set_content("Old", {"", {{"CAA", 1}, {"CAA", 2}}, {}, ""}));
   EXPECT_EQ(ui_.messages.back(), "Double directives upon this Flag (discard):CAA");
-  EXPECT_EQ(Collections::pair_problem({"K", "", true}, 0).empty(), false);
-  EXPECT_NE(Collections::pair_problem({"desc_key2value", "x", true}, 0), "");
-  EXPECT_NE(Collections::pair_problem({"K", "V", false}, 0), "");  // no switch character
-  EXPECT_NE(Collections::snippets_problem("stray\n[COBOL CUSTOM X]\n"), "");
-  EXPECT_EQ(Collections::snippets_problem("\n[JCL CUSTOM X]\nstray\n"), "");
+  EXPECT_EQ(collection_pair_problem({"K", "", true}, 0).empty(), false);
+  EXPECT_NE(collection_pair_problem({"desc_key2value", "x", true}, 0), "");
+  EXPECT_NE(collection_pair_problem({"K", "V", false}, 0), "");  // no switch character
+  EXPECT_NE(collection_snippets_problem("stray\n[COBOL CUSTOM X]\n"), "");
+  EXPECT_EQ(collection_snippets_problem("\n[JCL CUSTOM X]\nstray\n"), "");
   ASSERT_TRUE(flags.confirm().ok());
   EXPECT_EQ(file("Flags_Coll_Old.txt"), "<CAA>=1\n");
   EXPECT_EQ(flags.names(), std::vector<std::string>{"Old"});

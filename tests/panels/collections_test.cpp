@@ -7,6 +7,7 @@
 #include "engine/flag_table.h"
 #include "panels/collection_rules.h"
 #include "panels/collections.h"
+#include "support/faulty_disk.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -88,6 +89,22 @@ TEST_F(CollectionsTest, CopyRenameAndTheSlotThatFollows) {
   EXPECT_EQ(file("Key2Value_C.txt"), "odd line\nK=V\n");
   EXPECT_EQ(read_text("temp/customK2V.dat"), "Key2Value_03=" + source() + "Key2Value_C.txt\n");
   EXPECT_EQ(opened(CollectionKind::kKeyToValue).names(), (std::vector<std::string>{"B", "C"}));
+}
+
+// A write that fails stops the rest: the renamed collection's old file and its slot stay.
+TEST_F(CollectionsTest, AFailedWriteLosesNothing) {
+  write_text(source() + "Flags_Coll_OLD.txt", "<CAA>=1\n");
+  const std::string chosen = "FlagsColl_01=" + source() + "Flags_Coll_OLD.txt\n";
+  for (const char* failing : {"Flags_Coll_NEW", "temp/Flags.dat"}) {
+    write_text("temp/Flags.dat", chosen);
+    Collections flags = opened(CollectionKind::kFlags);
+    ASSERT_TRUE(flags.rename("OLD", "NEW"));
+    ASSERT_TRUE(flags.set_content("NEW", {"", {{"CAA", 2}}, {}, ""}));
+    FaultyDisk full(failing);
+    EXPECT_FALSE(flags.confirm().ok()) << failing;
+    EXPECT_EQ(file("Flags_Coll_OLD.txt"), "<CAA>=1\n") << failing;
+    EXPECT_EQ(read_text("temp/Flags.dat"), chosen) << failing;
+  }
 }
 
 TEST_F(CollectionsTest, RefusedNamesAndRowsChangeNothing) {

@@ -16,6 +16,7 @@ struct CollectionContent {
   std::vector<FlagRow> flags;
   std::vector<KeyValueRow> pairs;
   std::string text;
+  bool operator==(const CollectionContent&) const = default;
 };
 
 /// The manager of one kind of collection: the collections of the source folder, their

@@ -46,6 +46,7 @@ std::vector<std::string> list_collections(CollectionKind kind, const std::string
 struct FlagRow {
   std::string code;
   int count = 0;
+  bool operator==(const FlagRow&) const = default;
 };
 /// One pair of a key-to-value collection; a switched-off pair keeps its place in the file
 /// behind the switch character, so the generator never finds its key in a template line.
@@ -53,6 +54,7 @@ struct KeyValueRow {
   std::string key;
   std::string value;
   bool enabled = true;
+  bool operator==(const KeyValueRow&) const = default;
 };
 
 /// The description and rows of a flag file's text.

@@ -1,6 +1,5 @@
 #include "ui/collection_dialogs.h"
 
-#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -9,6 +8,7 @@
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <memory>
 
 #include "port/user_interface.h"
@@ -237,20 +237,7 @@ bool CollectionManagerDialog::take_content() {
   }
   // An unchanged content is not handed over, so a file's lines the editor does not show
   // stay as they are.
-  std::optional<CollectionContent> before = collections_.content(current_);
-  if (before && before->description == content.description && before->text == content.text &&
-      before->flags.size() == content.flags.size() &&
-      before->pairs.size() == content.pairs.size()) {
-    bool same = true;
-    for (std::size_t i = 0; i < content.flags.size(); ++i)
-      same = same && before->flags[i].code == content.flags[i].code &&
-             before->flags[i].count == content.flags[i].count;
-    for (std::size_t i = 0; i < content.pairs.size(); ++i)
-      same = same && before->pairs[i].key == content.pairs[i].key &&
-             before->pairs[i].value == content.pairs[i].value &&
-             before->pairs[i].enabled == content.pairs[i].enabled;
-    if (same) return true;
-  }
+  if (collections_.content(current_) == content) return true;
   return collections_.set_content(current_, std::move(content));
 }
 

@@ -21,6 +21,7 @@ void add_files_commands(CLI::App& app, Cli& cli);
 void add_db2_commands(CLI::App& app, Cli& cli);
 void add_user_commands(CLI::App& app, Cli& cli);
 void add_options_commands(CLI::App& app, Cli& cli);
+void add_collections_commands(CLI::App& app, Cli& cli);
 /// send, ftp-run and "dclgen download" (after the dclgen command).
 void add_host_commands(CLI::App& app, Cli& cli);
 

@@ -51,6 +51,20 @@ const std::map<std::string, std::string>& examples() {
       {"options", "quorva options set cobol-break=72 tips=off"},
       {"options show", "quorva options show"},
       {"options set", "quorva options set cobol-break=72 tips=off compress-cobol-vars=on"},
+      {"collections", "quorva collections list k2v"},
+      {"collections list", "quorva collections list flags"},
+      {"collections show", "quorva collections show k2v BRANCHES"},
+      {"collections new", "quorva collections new k2v BRANCHES --desc 'Branch codes'"},
+      {"collections copy", "quorva collections copy k2v BRANCHES BRANCHES2"},
+      {"collections rename", "quorva collections rename flags EXTRA MOREFLAGS"},
+      {"collections delete", "quorva --yes collections delete k2v BRANCHES2"},
+      {"collections use", "quorva collections use k2v BRANCHES"},
+      {"collections unuse", "quorva collections unuse flags --slot 3"},
+      {"collections set",
+       "quorva collections set k2v BRANCHES '<BRANCH>=MILANO' '<AREA>=NORD'\n"
+       "  printf '      DISPLAY \"START\".\\n' | quorva collections set snippets START "
+       "'[COBOL CUSTOM START]'"},
+      {"collections unset", "quorva collections unset flags MOREFLAGS CZZ"},
   };
   return table;
 }

@@ -40,7 +40,7 @@ std::string init_hint(const std::string& installation_message,
 bool read_only_command(const std::string& command_path) {
   static const char* const kReadOnly[] = {"program show", "user show", "options show",
                                           "columns show", "dclgen show", "preview", "warnings",
-                                          "check",
+                                          "collections list", "collections show", "check",
                                           // The batch's client, run while `send` holds the lock.
                                           "ftp-run"};
   for (const char* path : kReadOnly)
@@ -132,6 +132,7 @@ int main(int argc, char** argv) {
   add_db2_commands(app, cli);
   add_user_commands(app, cli);
   add_options_commands(app, cli);
+  add_collections_commands(app, cli);
   add_host_commands(app, cli);
   add_help_examples(app);
 

@@ -19,6 +19,7 @@
 
 #include "panels/program_files.h"
 #include "ui/advanced_options_dialog.h"
+#include "ui/collection_dialogs.h"
 #include "ui/db2_details_dialog.h"
 #include "ui/file_details_dialog.h"
 #include "ui/labels.h"
@@ -55,6 +56,16 @@ BaseParametersDialog::BaseParametersDialog(QWidget* parent)
   key_to_value_ = plain_button(text(Label::kKeyToValue), this);
   custom_flags_ = plain_button(text(Label::kCustomFlags), this);
   custom_code_ = plain_button(text(Label::kCustomCode), this);
+  // The managers change what is in use: the information fields are read again after them.
+  const std::pair<QPushButton*, CollectionKind> managers[] = {
+      {key_to_value_, CollectionKind::kKeyToValue},
+      {custom_flags_, CollectionKind::kFlags},
+      {custom_code_, CollectionKind::kSnippets}};
+  for (const auto& [button, kind] : managers)
+    connect(button, &QPushButton::clicked, this, [this, kind = kind] {
+      open_collection_manager(kind, this);
+      show_information();
+    });
   save_default_ = plain_button(text(Label::kSaveDefault), this);
   new_program_ = plain_button(text(Label::kNewProgram), this);
   connect(pseudo_source, &QPushButton::clicked, this, [] { open_main_pseudo_source(); });

@@ -168,6 +168,21 @@ constexpr Pair kLabels[] = {
     {Label::kReportName, "REPORT NAME", "NOME REPORT"},
     {Label::kFileDescription, "FILE DESCRIPTION", "DESCRIZIONE FILE"},
     {Label::kExcel, "EXCEL", "EXCEL"},
+    {Label::kCollectionNew, "New", "Nuova"},
+    {Label::kCollectionCopy, "Copy as", "Copia come"},
+    {Label::kCollectionRename, "Rename as", "Rinomina come"},
+    {Label::kCollectionDelete, "Delete", "Cancella"},
+    {Label::kCollectionName, "Name:", "Nome:"},
+    {Label::kCollectionDescription, "Description:", "Descrizione:"},
+    {Label::kCollectionInUse, "in use, slot ", "in uso, posizione "},
+    {Label::kCollectionMissing, "missing", "mancante"},
+    {Label::kAddRow, "Add row", "Aggiungi riga"},
+    {Label::kRemoveRow, "Remove row", "Elimina riga"},
+    {Label::kKeyColumn, "Key", "Chiave"},
+    {Label::kValueColumn, "Value", "Valore"},
+    {Label::kOnColumn, "On", "Attiva"},
+    {Label::kFlagColumn, "Flag", "Flag"},
+    {Label::kCountColumn, "Count", "Occorrenze"},
 };
 constexpr bool in_order() {
   for (std::size_t i = 0; i < std::size(kLabels); ++i)

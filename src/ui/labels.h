@@ -132,6 +132,22 @@ enum class Label {
   kReportName,
   kFileDescription,
   kExcel,
+  // The collection managers.
+  kCollectionNew,
+  kCollectionCopy,
+  kCollectionRename,
+  kCollectionDelete,
+  kCollectionName,
+  kCollectionDescription,
+  kCollectionInUse,
+  kCollectionMissing,
+  kAddRow,
+  kRemoveRow,
+  kKeyColumn,
+  kValueColumn,
+  kOnColumn,
+  kFlagColumn,
+  kCountColumn,
   kCount
 };
 

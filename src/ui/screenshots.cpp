@@ -15,6 +15,7 @@
 #include "store/user_file.h"
 #include "ui/advanced_options_dialog.h"
 #include "ui/base_parameters_dialog.h"
+#include "ui/collection_dialogs.h"
 #include "ui/column_selection_dialog.h"
 #include "ui/db2_details_dialog.h"
 #include "ui/dynamic_list_dialog.h"
@@ -52,6 +53,46 @@ DynamicListSetup member_list() {
   }
   if (setup.rows.empty()) setup.rows = {{"CUSTOMER", "1200"}, {"ORDERS", "900"}};
   return setup;
+}
+
+// A manager of each kind with one example collection in use, made in memory only: the
+// window is never confirmed, so nothing reaches the disk.
+void collection_pictures(QWidget* parent, const QDir& target, QStringList& written) {
+  const struct {
+    CollectionKind kind;
+    const char* name;
+    CollectionContent content;
+    const char* picture;
+  } examples[] = {
+      {CollectionKind::kKeyToValue,
+       "BRANCHES",
+       {"Branch codes", {}, {{"<BRANCH>", "MILANO", true}, {"<AREA>", "NORD", true}}, ""},
+       "collections_k2v"},
+      {CollectionKind::kFlags,
+       "EXTRA",
+       {"Extra checks", {{"CZZ", 3}, {"JZZ", 1}}, {}, ""},
+       "collections_flags"},
+      {CollectionKind::kSnippets,
+       "START",
+       {"",
+        {},
+        {},
+        "[COBOL CUSTOM INITIALIZE]\n           DISPLAY 'CUSTMOV STARTED'.\n"
+        "[COBOL CUSTOM TERMINATE]\n           DISPLAY 'CUSTMOV ENDED'.\n"},
+       "collections_snippets"},
+  };
+  for (const auto& example : examples) {
+    Result<Collections> collections = Collections::open(example.kind);
+    if (!collections) continue;
+    if (!collections->exists(example.name) &&
+        (!collections->create(example.name) ||
+         !collections->set_content(example.name, example.content)))
+      continue;
+    if (!collections->slot_of(example.name)) (void)collections->use(example.name);
+    CollectionManagerDialog dialog(std::move(*collections), parent);
+    dialog.select(to_qt(example.name));
+    save(&dialog, target, example.picture, written);
+  }
 }
 
 }  // namespace
@@ -113,6 +154,7 @@ QStringList take_screenshots(const QString& folder, ThreadedInterface& port) {
     DynamicListDialog dialog(std::move(*list), &main);
     save(&dialog, target, "dynamic_list", written);
   }
+  collection_pictures(&main, target, written);
   return written;
 }
 

@@ -48,7 +48,9 @@ TEST(CommandConventions, UnknownWordsNameTheNearestCommand) {
       {{"genrate", 2, "\"genrate\" is not a command of quorva. Did you mean: quorva generate ?"},
        {"PROGRAM show", 2, "Did you mean: quorva program ?"},
        {"program sett name=X", 2, "Did you mean: quorva program set ?"},
-       {"col", 2, "Did you mean: quorva columns ?"},
+       // "col" begins two commands since collections came: the prefix must tell them apart.
+       {"colu", 2, "Did you mean: quorva columns ?"},
+       {"colle", 2, "Did you mean: quorva collections ?"},
        {"nonsense", 2, "The subcommands of quorva: init, check, generate"},
        {"--hme /tmp program show", 2, "Unknown option --hme of quorva. Did you mean: --home ?"},
        {"files input 1 --dsc x", 2,

@@ -12,6 +12,7 @@ QObject* make_generate_test();
 QObject* make_main_window_test();
 QObject* make_db2_test();
 QObject* make_program_test();
+QObject* make_collections_test();
 }  // namespace quorva::gui::test
 
 int main(int argc, char** argv) {
@@ -19,9 +20,13 @@ int main(int argc, char** argv) {
   const struct {
     const char* name;
     QObject* (*make)();
-  } groups[] = {{"Frame", make_frame_test},       {"Settings", make_settings_test},
-                {"Generate", make_generate_test}, {"MainWindow", make_main_window_test},
-                {"Db2", make_db2_test},           {"Program", make_program_test}};
+  } groups[] = {{"Frame", make_frame_test},
+                {"Settings", make_settings_test},
+                {"Generate", make_generate_test},
+                {"MainWindow", make_main_window_test},
+                {"Db2", make_db2_test},
+                {"Program", make_program_test},
+                {"Collections", make_collections_test}};
   QApplication app(argc, argv);
   if (argc < 2) {
     std::fprintf(stderr, "usage: tests_ui GROUP [QtTest options]\n");

@@ -13,6 +13,7 @@ QObject* make_main_window_test();
 QObject* make_db2_test();
 QObject* make_program_test();
 QObject* make_collections_test();
+QObject* make_flow_test();
 }  // namespace quorva::gui::test
 
 int main(int argc, char** argv) {
@@ -26,7 +27,8 @@ int main(int argc, char** argv) {
                 {"MainWindow", make_main_window_test},
                 {"Db2", make_db2_test},
                 {"Program", make_program_test},
-                {"Collections", make_collections_test}};
+                {"Collections", make_collections_test},
+                {"Flow", make_flow_test}};
   QApplication app(argc, argv);
   if (argc < 2) {
     std::fprintf(stderr, "usage: tests_ui GROUP [QtTest options]\n");

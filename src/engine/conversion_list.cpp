@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "store/user_file.h"
+#include "tagfile/latin1.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
@@ -93,9 +94,8 @@ void build_conversion_list(const ProgramDefinition& def, const HeaderValues& hea
   if (!header.template_version.empty()) list.push_back({"<VRS>", header.template_version});
   list.push_back({"<++++++>", def.name});
   for (std::size_t i = 0; i < def.description.size(); ++i) {
-    std::string upper = def.description[i];
-    for (char& c : upper) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-    list.push_back({"<DESCRIZIONE-PROGRAMMA" + std::to_string(i + 1) + ">", upper});
+    list.push_back(
+        {"<DESCRIZIONE-PROGRAMMA" + std::to_string(i + 1) + ">", latin1_upper(def.description[i])});
   }
   list.push_back({"//.///.////", header.date});
   const UserData user = read_user_data();

@@ -20,6 +20,11 @@ ProgramDefinition program_definition(const ProgramRecord& record) {
   ProgramDefinition def;
   def.name = record.name;
   def.description = record.description;
+  // A description of exactly the wrap width is stored with an empty last line; the program
+  // gets no blank comment line for it.
+  while (def.description.size() > 1 &&
+         def.description.back().find_first_not_of(' ') == std::string::npos)
+    def.description.pop_back();
   def.language = record.language == ProgramLanguage::kCobol ? ProgramDefinition::kCobol
                                                             : ProgramDefinition::kEasytrieve;
   def.kind = static_cast<int>(record.kind.value_or(ProgramKind::kBatch));

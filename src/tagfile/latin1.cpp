@@ -63,4 +63,15 @@ std::string latin1_to_utf8(std::string_view latin1) {
   return out;
 }
 
+std::string latin1_upper(std::string text) {
+  for (char& c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= 'a' && byte <= 'z')
+      c = static_cast<char>(byte - 0x20);
+    else if (byte >= 0xE0 && byte <= 0xFE && byte != 0xF7)  // 0xF7 is the division sign
+      c = static_cast<char>(byte - 0x20);
+  }
+  return text;
+}
+
 }  // namespace quorva

@@ -19,4 +19,8 @@ Latin1Result utf8_to_latin1(std::string_view utf8);
 /// ISO-8859-1 to UTF-8 (every byte is a character).
 std::string latin1_to_utf8(std::string_view latin1);
 
+/// Upper case in ISO-8859-1: the accented small letters too (à to À, ñ to Ñ), which the
+/// "C" locale leaves alone; ß and ÿ have no capital in the set and stay.
+std::string latin1_upper(std::string text);
+
 }  // namespace quorva

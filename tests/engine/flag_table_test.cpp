@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/program_definition.h"
 #include "support/recording_ui.h"
 #include "support/temp_folder.h"
 
@@ -54,6 +55,12 @@ TEST_F(FlagTableTest, BuiltInRowsInOrderWithTheHistoricalLetters) {
   EXPECT_EQ(table_text(FlagTable::build(def, messages)), "[C  ]0[CB ]0[C2R]0[C2I]1[C2 ]0");
   ASSERT_NE(routine.find("CR "), nullptr);
   EXPECT_EQ(routine.find("CR ")->count, 0);
+  // A description of exactly the wrap width is stored with an empty last line, which gives
+  // no comment line of its own.
+  ProgramRecord record;
+  record.description = {std::string(57, 'A'), " "};
+  def = program_definition(record);
+  EXPECT_EQ(def.description, std::vector<std::string>{std::string(57, 'A')});
 }
 
 TEST_F(FlagTableTest, CustomFlagsFromCollectionsWithEachRejection) {

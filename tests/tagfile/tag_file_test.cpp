@@ -263,6 +263,10 @@ TEST(Latin1, RoundTripAndRefusals) {
     EXPECT_EQ(result.message.empty(), c.latin1.has_value());
     if (c.latin1) EXPECT_EQ(latin1_to_utf8(*c.latin1), c.utf8);
   }
+  // Accented small letters have their capitals; the division sign, sharp s and y with
+  // diaeresis have none in the set.
+  EXPECT_EQ(latin1_upper("citt\xE0 \xE8 \xF1 \xFE \xF7 \xDF \xFF 9z"),
+            "CITT\xC0 \xC8 \xD1 \xDE \xF7 \xDF \xFF 9Z");
 }
 
 TEST(Log, EntriesHaveTheirByteLayout) {

@@ -163,6 +163,10 @@ void FileDetails::allow(int k) {
 }
 
 bool FileDetails::click_excel(int row, bool checked) {
+  // Not an Excel output already: nothing to lock or to refuse.
+  if (!checked && row >= 1 && row <= kDetailRows && !rows_[row - 1].excel_enabled &&
+      !rows_[row - 1].excel)
+    return true;
   if (row < 1 || row > kDetailRows || !rows_[row - 1].excel_enabled) {
     Mostra_popup(bilingual("The Excel box of row ", "La casella Excel della riga ") +
                  std::to_string(row) +

@@ -59,6 +59,10 @@ TEST_F(FileDetailsTest, ExcelLockSequences) {
   FileDetails panel = FileDetails::open(FileKind::kOutput, 9);
   EXPECT_FALSE(panel.click_excel(2, true));
   ASSERT_FALSE(ui_.messages.empty());
+  // Clearing a box that is neither checked nor available changes nothing and says nothing.
+  const std::size_t said = ui_.messages.size();
+  EXPECT_TRUE(panel.click_excel(5, false));
+  EXPECT_EQ(ui_.messages.size(), said);
   for (int n = 1; n <= 9; ++n) ASSERT_TRUE(panel.click_excel(n, true));
   EXPECT_EQ(excel_states(panel), "XXXXXXXXX");
   ASSERT_TRUE(panel.click_excel(9, false));

@@ -197,6 +197,16 @@ Status BaseParameters::confirm() const {
     Mostra_popup(message);
     return Status::failure(message);
   }
+  // The match reads a master and a detail file; with one, FILEIN2 would name nothing.
+  if (kind_ == ProgramKind::kMatch && count(Count::kFilein) < 2) {
+    const std::string message = bilingual(
+        "A 2 Files Match reads two input files (the master and the detail): set INPUT "
+        "FILE to 2 or more.",
+        "Un Match di 2 File legge due file di input (il master e il dettaglio): "
+        "indicare almeno 2 in INPUT FILE.");
+    Mostra_popup(message);
+    return Status::failure(message);
+  }
   return write(kParbaseFile);
 }
 

@@ -129,7 +129,16 @@ TEST_F(BaseParametersTest, NameCheckAndOkChecks) {
   panel.set_language(ProgramLanguage::kNone);
   EXPECT_FALSE(panel.confirm());
   EXPECT_EQ(ui_.messages.back(), "Warning! Choose the Code Type!");
+  // A match with fewer than two input files would name a FILEIN2 it never defines.
+  panel.set_language(ProgramLanguage::kEasytrieve);
+  ASSERT_TRUE(panel.set_kind(ProgramKind::kMatch));
+  ASSERT_TRUE(panel.set_count(Count::kFilein, 1));
+  EXPECT_FALSE(panel.confirm());
+  EXPECT_NE(ui_.messages.back().find("reads two input files"), std::string::npos);
   EXPECT_FALSE(fs::exists("temp/Parbase.dat"));
+  ASSERT_TRUE(panel.set_count(Count::kFilein, 2));
+  EXPECT_TRUE(panel.confirm());
+  fs::remove("temp/Parbase.dat");
 
   EXPECT_FALSE(panel.write(""));
   EXPECT_NE(read_text("error.log").find("Impossibile scrivere Parametri - Dest file a NULL:"),

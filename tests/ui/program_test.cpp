@@ -107,7 +107,9 @@ class ProgramTest : public QObject {
   }
 
   void languageRulesToggleTheControls() {
-    QCOMPARE(folder_->home.run("program set language=easytrieve kind=match report=4").status, 0);
+    QCOMPARE(
+        folder_->home.run("program set language=easytrieve kind=match filein=2 report=4").status,
+        0);
     BaseParametersDialog dialog(nullptr);
     QVERIFY(dialog.kind(ProgramKind::kMatch)->isChecked());
     QVERIFY(!dialog.kind(ProgramKind::kRoutine)->isEnabled());

@@ -17,6 +17,7 @@ enum class Option {
   kEasytrieve,
   kCobol,
   kTips,
+  kDecimalComma,
   kTemplate,
   kPasswordAlert,
   kSaveDescr,
@@ -32,6 +33,8 @@ const std::map<std::string, Option> kOptions{
     {"cobol-break", Option::kCobol},
     {"TIPS_AND_TRICKS", Option::kTips},
     {"tips", Option::kTips},
+    {"DECIMAL_POINT_IS_COMMA", Option::kDecimalComma},
+    {"decimal-comma", Option::kDecimalComma},
     {"ALTERNATIVE_QUORMEM_FILE", Option::kTemplate},
     {"template", Option::kTemplate},
     {"ENABLE_PASSWORD_ALERT", Option::kPasswordAlert},
@@ -53,6 +56,8 @@ int show_options() {
             << options.cobol_break_point << '\n'
             << "  TIPS_AND_TRICKS               (tips)                     : "
             << flag(options.tips_and_tricks) << '\n'
+            << "  DECIMAL_POINT_IS_COMMA        (decimal-comma)            : "
+            << flag(options.decimal_comma) << '\n'
             << "  ALTERNATIVE_QUORMEM_FILE      (template)                 : "
             << latin1_to_utf8(options.alternative_template) << '\n'
             << "FTP Options\n"
@@ -136,6 +141,7 @@ int set_options(const std::vector<std::string>& assignments) {
       return kFailed;
     }
     if (option->second == Option::kTips) options.tips_and_tricks = *flag;
+    if (option->second == Option::kDecimalComma) options.decimal_comma = *flag;
     if (option->second == Option::kSaveDescr) options.save_descr_db2 = *flag;
     if (option->second == Option::kCompression) options.cobol_vars_compression = *flag;
     if (option->second == Option::kPasswordAlert &&
@@ -163,7 +169,8 @@ void add_options_commands(CLI::App& app, Cli& cli) {
       "  COBOL_BREAK_POINT|cobol-break (60-200): a number, or \"default\"; out of range is "
       "clamped;\n"
       "  ALTERNATIVE_QUORMEM_FILE|template: a .txt file inside Resource/, or \"default\";\n"
-      "  TIPS_AND_TRICKS|tips, ENABLE_PASSWORD_ALERT|password-alert,\n"
+      "  TIPS_AND_TRICKS|tips, DECIMAL_POINT_IS_COMMA|decimal-comma,\n"
+      "  ENABLE_PASSWORD_ALERT|password-alert,\n"
       "  ENABLE_SAVE_DESCR_DB2|save-db2-descriptions, "
       "ENABLE_COBOL_VARS_COMPRESSION|compress-cobol-vars: ON or OFF;\n"
       "  host transfer: FTP_LRECL (1-32760, default 80), FTP_RECFM (F, FB, V, VB, ...),\n"

@@ -185,6 +185,10 @@ bool filtered_out(char position4, const ProgramDefinition& def) {
       return !def.comments;
     case 'N':
       return def.parameters == 0;
+    case 'D':
+      return !def.decimal_comma;
+    case 'd':
+      return def.decimal_comma;
     default:
       return false;
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "store/config_file.h"
 #include "tagfile/messages.h"
 
 namespace quorva {
@@ -47,6 +48,7 @@ ProgramDefinition program_definition(const ProgramRecord& record) {
   def.parameters = count(Count::kParameters);
   def.excel_files = std::min(read_excel_outputs(), outputs);
   def.output_files = outputs - def.excel_files;
+  def.decimal_comma = config_switch(kDecimalCommaKey);
   return def;
 }
 

@@ -26,6 +26,8 @@ struct ProgramDefinition {
   int reports = 0;
   int select = 0, fetch = 0, update = 0, insert = 0, remove = 0;
   bool rollback = false, commit = false;
+  /// DECIMAL-POINT IS COMMA, from the configuration.
+  bool decimal_comma = false;
   int parameters = 0;  ///< run-time parameter cards (SYSIN / PARM)
 
   bool cobol() const { return language == kCobol; }

@@ -60,6 +60,7 @@ AdvancedOptions AdvancedOptions::open() {
   options.easytrieve_break_point = std::to_string(read_break_point(kEasytrieveBreak));
   options.cobol_break_point = std::to_string(read_break_point(kCobolBreak));
   options.tips_and_tricks = config_switch(kTipsAndTricksKey);
+  options.decimal_comma = config_switch(kDecimalCommaKey);
   options.stored_template_ = template_name();
   options.alternative_template = options.stored_template_;
   options.password_alert = config_switch(kPasswordAlertKey);
@@ -171,6 +172,7 @@ Result<bool> AdvancedOptions::apply() {
   options.set(kEasytrieveBreak.key, easytrieve_break_point);
   options.set(kCobolBreak.key, cobol_break_point);
   options.set(kTipsAndTricksKey, switch_word(tips_and_tricks));
+  options.set(kDecimalCommaKey, switch_word(decimal_comma));
   if (alternative_template != stored_template_)
     options.set(kAlternativeTemplateKey, alternative_template);
   options.set(kPasswordAlertKey, switch_word(password_alert));

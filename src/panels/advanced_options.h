@@ -20,6 +20,8 @@ class AdvancedOptions {
   std::string easytrieve_break_point;
   std::string cobol_break_point;
   bool tips_and_tricks = false;
+  /// DECIMAL-POINT IS COMMA in the COBOL programs generated.
+  bool decimal_comma = false;
   std::string alternative_template;
   // FTP Options.
   bool password_alert = false;

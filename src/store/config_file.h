@@ -16,6 +16,8 @@ constexpr const char* kConfigFile = "Resource/QVconfig.ini";
 
 // Yes/no keys, written "ON"/"OFF".
 constexpr const char* kTipsAndTricksKey = "TIPS_AND_TRICKS";
+/// ON: generated COBOL programs say DECIMAL-POINT IS COMMA (and edit counts as 1.234.567).
+constexpr const char* kDecimalCommaKey = "DECIMAL_POINT_IS_COMMA";
 constexpr const char* kPasswordAlertKey = "ENABLE_PASSWORD_ALERT";
 constexpr const char* kSaveDescriptionsDb2Key = "ENABLE_SAVE_DESCR_DB2";
 constexpr const char* kCobolVarsCompressionKey = "ENABLE_COBOL_VARS_COMPRESSION";

@@ -83,6 +83,8 @@ QWidget* AdvancedOptionsDialog::main_page() {
   number(Label::kCobolBreak, cobol_, &AdvancedOptions::default_cobol_break_point);
   tips_ = new QCheckBox(text(Label::kTips), page);
   grid->addWidget(tips_, row++, 0, 1, 3);
+  decimal_comma_ = new QCheckBox(text(Label::kDecimalComma), page);
+  grid->addWidget(decimal_comma_, row++, 0, 1, 3);
 
   auto* caption = new QLabel(text(Label::kAlternativeTemplate), page);
   caption->setWordWrap(true);
@@ -156,6 +158,7 @@ void AdvancedOptionsDialog::show_options() {
   cobol_->setText(to_qt(options_.cobol_break_point));
   template_->setText(to_qt(options_.alternative_template));
   tips_->setChecked(options_.tips_and_tricks);
+  decimal_comma_->setChecked(options_.decimal_comma);
   password_alert_->setChecked(options_.password_alert);
   for (const auto& [key, value] : options_.host) host_[key]->setText(to_qt(value));
   save_descr_->setChecked(options_.save_descr_db2);
@@ -179,6 +182,7 @@ bool AdvancedOptionsDialog::take_fields() {
     value = *typed;
   }
   options_.tips_and_tricks = tips_->isChecked();
+  options_.decimal_comma = decimal_comma_->isChecked();
   options_.save_descr_db2 = save_descr_->isChecked();
   options_.cobol_vars_compression = compression_->isChecked();
   return true;

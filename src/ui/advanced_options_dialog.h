@@ -25,6 +25,7 @@ class AdvancedOptionsDialog : public FrameDialog {
   QLineEdit* cobol_break() const { return cobol_; }
   QLineEdit* alternative_template() const { return template_; }
   QCheckBox* tips() const { return tips_; }
+  QCheckBox* decimal_comma() const { return decimal_comma_; }
   QCheckBox* password_alert() const { return password_alert_; }
   QLineEdit* host_option(const std::string& key) const { return host_.at(key); }
 
@@ -47,6 +48,7 @@ class AdvancedOptionsDialog : public FrameDialog {
   QLineEdit* cobol_ = nullptr;
   QLineEdit* template_ = nullptr;
   QCheckBox* tips_ = nullptr;
+  QCheckBox* decimal_comma_ = nullptr;
   QCheckBox* password_alert_ = nullptr;
   QCheckBox* save_descr_ = nullptr;
   QCheckBox* compression_ = nullptr;

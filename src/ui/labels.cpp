@@ -183,6 +183,9 @@ constexpr Pair kLabels[] = {
     {Label::kOnColumn, "On", "Attiva"},
     {Label::kFlagColumn, "Flag", "Flag"},
     {Label::kCountColumn, "Count", "Occorrenze"},
+    {Label::kDecimalComma,
+     "DECIMAL-POINT IS COMMA in the COBOL programs (counts shown as 1.234.567)",
+     "DECIMAL-POINT IS COMMA nei programmi COBOL (conteggi mostrati come 1.234.567)"},
 };
 constexpr bool in_order() {
   for (std::size_t i = 0; i < std::size(kLabels); ++i)

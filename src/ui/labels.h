@@ -148,6 +148,7 @@ enum class Label {
   kOnColumn,
   kFlagColumn,
   kCountColumn,
+  kDecimalComma,
   kCount
 };
 

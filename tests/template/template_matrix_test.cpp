@@ -13,6 +13,7 @@
 #include "check/check_cobol.h"
 #include "check/check_program.h"
 #include "panels/generate_panel.h"
+#include "store/config_file.h"
 #include "support/postgres_cluster.h"
 #include "support/recording_ui.h"
 #include "support/run_command.h"
@@ -145,8 +146,8 @@ std::string record(const std::string& key, const std::string& data) {
 // The count displayed at the end of the run for a label, or -1.
 long displayed_count(const std::string& output, const std::string& label) {
   std::smatch match;
-  if (!std::regex_search(output, match, std::regex(label + R"( *: *([0-9.]+))"))) return -1;
-  return std::stol(std::regex_replace(match[1].str(), std::regex("\\."), ""));
+  if (!std::regex_search(output, match, std::regex(label + R"( *: *([0-9.,]+))"))) return -1;
+  return std::stol(std::regex_replace(match[1].str(), std::regex("[.,]"), ""));
 }
 
 class TemplateRunTest : public ::testing::Test {
@@ -193,6 +194,17 @@ TEST_F(TemplateRunTest, CopyProgramCopiesEveryRecord) {
   EXPECT_EQ(read_text("out.dat"), input);
   EXPECT_EQ(displayed_count(run.output, "RECORDS READ +FILEIN1"), 3) << run.output;
   EXPECT_EQ(displayed_count(run.output, "RECORDS WRITTEN +FILEOUT1"), 3) << run.output;
+  EXPECT_EQ(read_text("programs/QVTEST.txt").find("DECIMAL-POINT"), std::string::npos);
+
+  // DECIMAL-POINT IS COMMA is the shop's choice, and the counts are edited to match it.
+  TagEdit config = config_edit();
+  config.set(kDecimalCommaKey, "ON");
+  ASSERT_TRUE(config.apply(false));
+  run = build_and_run({.filein = 1, .fileout = 1}, {{"UIN1", "in.dat"}, {"UOUT1", "out.dat"}});
+  ASSERT_EQ(run.status, 0) << run.output;
+  EXPECT_NE(read_text("programs/QVTEST.txt").find("DECIMAL-POINT IS COMMA"), std::string::npos);
+  EXPECT_EQ(read_text("out.dat"), input);
+  EXPECT_EQ(displayed_count(run.output, "RECORDS READ +FILEIN1"), 3) << run.output;
 }
 
 TEST_F(TemplateRunTest, CopyProgramWithOptionsWritesTheSameRecords) {

@@ -74,13 +74,14 @@ class SettingsTest : public QObject {
     QVERIFY(cli.status != 0);  // the template is refused before anything is written
     const CommandResult kept = folder_->twin_run(
         "options set cobol-break=250 descr-break=30 easytrieve-break=10 tips=OFF "
-        "password-alert=ON FTP_LRECL=120 FTP_TLS=EXPLICIT");
+        "decimal-comma=ON password-alert=ON FTP_LRECL=120 FTP_TLS=EXPLICIT");
 
     AdvancedOptionsDialog dialog(nullptr);
     dialog.cobol_break()->setText("250");
     dialog.descr_break()->setText("30");
     dialog.easytrieve_break()->setText("10");
     dialog.tips()->setChecked(false);
+    dialog.decimal_comma()->setChecked(true);
     QTest::mouseClick(dialog.password_alert(), Qt::LeftButton);
     dialog.host_option("FTP_LRECL")->setText("120");
     dialog.host_option("FTP_TLS")->setText("EXPLICIT");

@@ -70,7 +70,8 @@ TEST_F(CollectionsTest, EachKindWritesWhatTheGeneratorReads) {
   EXPECT_EQ(file("Custom_INIT.txt"), code);
   EXPECT_EQ(read_text("temp/customused.dat"), "Custom_code_1=" + source() + "Custom_INIT.txt\n");
   ProgramDefinition cobol;
-  const auto lines = CustomCode::load().tag_lines("C      [COBOL CUSTOM INITIALIZE]", cobol);
+  const CustomCode custom = CustomCode::load();  // the lines found point into it
+  const auto lines = custom.tag_lines("C      [COBOL CUSTOM INITIALIZE]", cobol);
   ASSERT_TRUE(lines.has_value());
   EXPECT_EQ(**lines, std::vector<std::string>{"           DISPLAY 'UP'."});
   EXPECT_TRUE(ui_.messages.size() == 1) << ui_.messages.size();  // the refused key only

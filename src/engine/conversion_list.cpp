@@ -7,6 +7,7 @@
 #include <iterator>
 #include <optional>
 
+#include "store/tag_text.h"
 #include "store/user_file.h"
 #include "tagfile/latin1.h"
 #include "tagfile/log.h"
@@ -41,8 +42,10 @@ bool Leggi_all_K2V_tag(const std::string& file, bool report, ConversionList& lis
 
 bool Leggi_all_K2Value_coll(bool report, int slots, ConversionList& list) {
   bool ok = true;
+  // The choices read once, not once per slot.
+  const TagText chosen(read_whole_file(kCustomK2VFile).value_or(""));
   for (int n = 1; n <= slots; ++n) {
-    std::optional<std::string> file = chosen_collection(n);
+    std::optional<std::string> file = chosen.value(collection_tag(n));
     if (!file) continue;
     if (!Esiste_file(*file)) {
       if (report)

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "store/tag_text.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
@@ -36,9 +37,10 @@ bool is_section_line(const std::string& text) {
 
 CustomCode CustomCode::load() {
   CustomCode code;
+  // The choices read once, not once per slot.
+  const TagText chosen(read_whole_file(kCustomUsedFile).value_or(""));
   for (int slot = 1; slot <= kCustomCodeSlots; ++slot) {
-    std::optional<std::string> file =
-        Leggi_tag(kCustomUsedFile, false, "Custom_code_" + std::to_string(slot));
+    std::optional<std::string> file = chosen.value("Custom_code_" + std::to_string(slot));
     if (!file) continue;
     std::ifstream in(*file, std::ios::binary);
     if (!in) {

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "engine/conversion_list.h"
+#include "store/tag_text.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
 
@@ -118,10 +119,12 @@ FlagTable FlagTable::build(const ProgramDefinition& def, int& messages) {
     // Without DB2 the program is the step's own program, not run under the DSN monitor.
     table.add(code_of('J', L, 'P'), 0);
   }
+  // The choices read once, not once per slot.
+  const TagText chosen(read_whole_file(kFlagsFile).value_or(""));
   for (int slot = 1; slot <= kFlagCollectionSlots; ++slot) {
     const std::string tag =
         std::string("FlagsColl_") + (slot < 10 ? "0" : "") + std::to_string(slot);
-    std::optional<std::string> file = Leggi_tag(kFlagsFile, false, tag);
+    std::optional<std::string> file = chosen.value(tag);
     if (!file) continue;
     ConversionList pairs;
     Leggi_all_K2V_tag(*file, true, pairs);

@@ -88,6 +88,7 @@ std::vector<CheckFinding> check_easytrieve(const CheckedProgram& program) {
     if (w.size() > 1 && w[0] == "REPORT") reports.insert(w[1]);
   }
   std::vector<Opening> open;
+  std::set<std::string> fields;  // defined so far, for the redefinitions that name them
   bool in_activity = false;
   bool in_reports = false;
   bool first_statement = true;
@@ -102,6 +103,16 @@ std::vector<CheckFinding> check_easytrieve(const CheckedProgram& program) {
                 (w.size() >= 3 && w[1] == "." && w[2] == "PROC");
     std::string verb = proc ? std::string("PROC") : w[0];
     if (verb == "PARM" && !first_statement) report("PARM must be the first statement");
+    if (is_field_definition(w)) fields.insert(w[0]);
+    // "NAME BASE +10 70 A" redefines part of BASE; an unsigned number after BASE is its
+    // length, so "NAME BASE 11 70 A" is a length of 11 of data format "70".
+    if (w.size() >= 4 && fields.count(w[1]) && all_digits(w[2]) && all_digits(w[3]) &&
+        w[2].size() <= 5)
+      report("the offset into " + w[1] + " must be signed (+" +
+             std::to_string(std::stoi(w[2]) - 1) + " for position " + w[2] + "): unsigned, " +
+             w[2] + " is taken as the length");
+    if (w.size() >= 3 && fields.count(w[1]) && (all_digits(w[2]) || w[2][0] == '+'))
+      fields.insert(w[0]);
     first_statement = false;
     if (kActivities.count(verb)) {
       for (const Opening& o : open)

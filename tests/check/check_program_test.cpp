@@ -106,6 +106,8 @@ const PlantedFault kEasytrieveFaults[] = {
      10, "PARM must be the first"},
     {"  PRINT ORDREP\n", "LATE-FIELD W 5 N\n", 24, "field definition after the first activity"},
     {"  PRINT ORDREP\n", "  PRINT ORDREPX\n", 24, "report ORDREPX has no REPORT statement"},
+    {"WS-COUNT     W  5 P 0\n", "WS-COUNT     W  5 P 0\nWS-HALF  WS-COUNT  2  3 P 0\n", 16,
+     "the offset into WS-COUNT must be signed (+1 for position 2)"},
     {"  PRINT ORDREP\n", "  SQL DELETE FROM PROD.ORDERS +\n    WHERE ( +\n    )\n  PRINT ORDREP\n",
      25, "WHERE without a condition"},
     {"     DISPLAY 'ZERO ID ' +",

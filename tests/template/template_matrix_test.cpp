@@ -169,10 +169,23 @@ class TemplateRunTest : public ::testing::Test {
     generator.open();
     EXPECT_EQ(generator.go().status, GenerationResult::kDone);
     write_text("run/QVTEST.cbl", read_text("programs/QVTEST.txt"));
-    std::string sources = "run/QVTEST.cbl";
+    // Language Environment's user abend, as a test stands it in: the code shown and the run
+    // ended with return code 12.
+    write_text("run/CEE3ABD.cbl",
+               "       IDENTIFICATION DIVISION.\n"
+               "       PROGRAM-ID. CEE3ABD.\n"
+               "       DATA DIVISION.\n"
+               "       LINKAGE SECTION.\n"
+               "       01  LK-CODE                   PIC S9(9) BINARY.\n"
+               "       01  LK-TIMING                 PIC S9(9) BINARY.\n"
+               "       PROCEDURE DIVISION USING LK-CODE LK-TIMING.\n"
+               "           DISPLAY 'USER ABEND U' LK-CODE\n"
+               "           MOVE 12 TO RETURN-CODE\n"
+               "           STOP RUN.\n");
+    std::string sources = "-fstatic-call run/QVTEST.cbl run/CEE3ABD.cbl";
     if (!driver.empty()) {
       write_text("run/DRIVER.cbl", driver);
-      sources = "-fstatic-call run/DRIVER.cbl " + sources;
+      sources = "-fstatic-call run/DRIVER.cbl run/QVTEST.cbl run/CEE3ABD.cbl";
     }
     CommandResult compiled = run_command("cobc -x -std=ibm -o run/qvtest " + sources);
     EXPECT_EQ(compiled.status, 0) << compiled.output;
@@ -251,6 +264,7 @@ TEST_F(TemplateRunTest, MatchProgramProcessesTheMatchingDetails) {
       build_and_run(match, {{"UIN1", "master.dat"}, {"UIN2", "detail.dat"}, {"UOUT1", "out.dat"}});
   EXPECT_EQ(run.status, 12) << run.output;
   EXPECT_NE(run.output.find("FILEIN1 NOT SORTED"), std::string::npos) << run.output;
+  EXPECT_NE(run.output.find("USER ABEND U+0000001012"), std::string::npos) << run.output;
 }
 
 // A routine is called, not run: a small driver calls it twice with two requests. Each call

@@ -13,21 +13,6 @@ namespace {
 
 constexpr std::string_view kExtension = ".txt";
 
-// Lines of a text without their "\n" (and a "\r" before it).
-std::vector<std::string_view> text_lines(std::string_view text) {
-  std::vector<std::string_view> lines;
-  std::size_t start = 0;
-  while (start < text.size()) {
-    std::size_t end = text.find('\n', start);
-    if (end == std::string_view::npos) end = text.size();
-    std::string_view line = text.substr(start, end - start);
-    if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
-    lines.push_back(line);
-    start = end + 1;
-  }
-  return lines;
-}
-
 }  // namespace
 
 const CollectionFormat& collection_format(CollectionKind kind) {
@@ -125,10 +110,8 @@ std::string flag_text(const std::string& description, const std::vector<FlagRow>
 void parse_key_value_text(std::string_view text, char off, std::string& description,
                           std::vector<KeyValueRow>& rows) {
   const std::string description_key = collection_format(CollectionKind::kKeyToValue).description;
-  for (std::string_view line : text_lines(text)) {
-    const std::size_t equals = line.find('=');
-    if (equals == std::string_view::npos || equals + 1 == line.size()) continue;
-    KeyValueRow row{std::string(line.substr(0, equals)), std::string(line.substr(equals + 1))};
+  for (KeyValue& pair : key2value_pairs(text)) {
+    KeyValueRow row{std::move(pair.key), std::move(pair.value)};
     if (row.key == description_key) {
       if (description.empty()) description = row.value;
       continue;

@@ -84,21 +84,11 @@ BaseParametersDialog::BaseParametersDialog(QWidget* parent)
                                  custom_code_,  save_default_, new_program_};
   for (int i = 0; i < 7; ++i) tools->addWidget(tool_buttons[i], i / 4, i % 4);
 
-  auto* ok = new QPushButton(text(Label::kOk), this);
-  auto* cancel = plain_button(text(Label::kCancel), this);
   auto* quick = plain_button(text(Label::kQuickHelp), this);
-  ok->setDefault(true);
-  connect(ok, &QPushButton::clicked, this, &BaseParametersDialog::confirm);
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(quick, &QPushButton::clicked, this, [this] {
     QMessageBox::information(this, text(Label::kBaseTitle), to_qt(quick_help_summary(panel_)));
   });
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(make_help_button(text(Label::kAdvancedHelp)));
-  buttons->addWidget(quick);
-  buttons->addStretch();
-  buttons->addWidget(ok);
-  buttons->addWidget(cancel);
+  QHBoxLayout* buttons = make_ok_cancel_row({quick}, [this] { confirm(); }).layout;
 
   auto* left = new QVBoxLayout;
   left->addWidget(main_group());

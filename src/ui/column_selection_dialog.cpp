@@ -114,18 +114,8 @@ ColumnSelectionDialog::ColumnSelectionDialog(AccessKind kind, int access, const 
   status_ = new QLabel(this);
   problem_ = new QLabel(this);
   problem_->setWordWrap(true);
-  auto* ok = new QPushButton(text(Label::kOk), this);
-  auto* cancel = new QPushButton(text(Label::kCancel), this);
-  ok->setDefault(true);
-  for (QPushButton* button : {find, previous, cancel}) button->setAutoDefault(false);
-  connect(ok, &QPushButton::clicked, this, &ColumnSelectionDialog::apply);
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(total_);
-  buttons->addStretch();
-  buttons->addWidget(make_help_button(text(Label::kAdvancedHelp)));
-  buttons->addWidget(ok);
-  buttons->addWidget(cancel);
+  for (QPushButton* button : {find, previous}) button->setAutoDefault(false);
+  QHBoxLayout* buttons = make_ok_cancel_row({total_}, [this] { apply(); }).layout;
 
   auto* side = new QVBoxLayout;
   side->addWidget(data);

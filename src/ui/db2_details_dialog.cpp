@@ -105,19 +105,11 @@ Db2DetailsDialog::Db2DetailsDialog(bool easytrieve, AccessKind kind, int count, 
 
   auto* quick = new QPushButton(text(Label::kQuickHelp), this);
   connect(quick, &QPushButton::clicked, this, [] { Mostra_popup(Db2Details::quick_help()); });
-  ok_ = new QPushButton(text(Label::kOk), this);
-  cancel_ = new QPushButton(text(Label::kCancel), this);
-  ok_->setDefault(true);
-  for (QPushButton* button : {quick, download_, enable_, fields_select_, cancel_})
-    button->setAutoDefault(false);
-  connect(ok_, &QPushButton::clicked, this, &Db2DetailsDialog::apply);
-  connect(cancel_, &QPushButton::clicked, this, &Db2DetailsDialog::reject);
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(quick);
-  buttons->addWidget(make_help_button(text(Label::kAdvancedHelp)));
-  buttons->addStretch();
-  buttons->addWidget(ok_);
-  buttons->addWidget(cancel_);
+  for (QPushButton* button : {download_, enable_, fields_select_}) button->setAutoDefault(false);
+  const OkCancelRow row = make_ok_cancel_row({quick}, [this] { apply(); });
+  ok_ = row.ok;
+  cancel_ = row.cancel;
+  QHBoxLayout* buttons = row.layout;
 
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(heading);

@@ -56,23 +56,12 @@ FileDetailsDialog::FileDetailsDialog(FileKind kind, int count, QWidget* parent)
   }
   grid->setColumnStretch(3, 1);
 
-  auto* ok = new QPushButton(text(Label::kOk), this);
-  auto* cancel = new QPushButton(text(Label::kCancel), this);
   auto* quick = new QPushButton(text(Label::kQuickHelp), this);
-  ok->setDefault(true);
-  for (QPushButton* button : {cancel, quick}) button->setAutoDefault(false);
-  connect(ok, &QPushButton::clicked, this, &FileDetailsDialog::confirm);
-  connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
   connect(quick, &QPushButton::clicked, this, [this] {
     QMessageBox::information(this, text(Label::kFileDetailsTitle),
                              to_qt(FileDetails::quick_help()));
   });
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(make_help_button(text(Label::kAdvancedHelp)));
-  buttons->addWidget(quick);
-  buttons->addStretch();
-  buttons->addWidget(ok);
-  buttons->addWidget(cancel);
+  QHBoxLayout* buttons = make_ok_cancel_row({quick}, [this] { confirm(); }).layout;
 
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(heading_);

@@ -1,12 +1,14 @@
 #include "ui/frame_dialog.h"
 
 #include <QGuiApplication>
+#include <QHBoxLayout>
 #include <QPushButton>
 #include <QScreen>
 
 #include "port/user_interface.h"
 #include "shell/main_dialog.h"
 #include "store/config_file.h"
+#include "ui/labels.h"
 
 namespace quorva::gui {
 
@@ -46,6 +48,25 @@ QPushButton* FrameDialog::make_help_button(const QString& label) {
   button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this, [] { open_advanced_help(); });
   return button;
+}
+
+FrameDialog::OkCancelRow FrameDialog::make_ok_cancel_row(std::initializer_list<QWidget*> left,
+                                                         std::function<void()> on_ok) {
+  OkCancelRow row{new QHBoxLayout, new QPushButton(text(Label::kOk), this),
+                  new QPushButton(text(Label::kCancel), this)};
+  row.ok->setDefault(true);
+  row.cancel->setAutoDefault(false);
+  connect(row.ok, &QPushButton::clicked, this, std::move(on_ok));
+  connect(row.cancel, &QPushButton::clicked, this, [this] { reject(); });
+  row.layout->addWidget(make_help_button(text(Label::kAdvancedHelp)));
+  for (QWidget* widget : left) {
+    if (auto* button = qobject_cast<QPushButton*>(widget)) button->setAutoDefault(false);
+    row.layout->addWidget(widget);
+  }
+  row.layout->addStretch();
+  row.layout->addWidget(row.ok);
+  row.layout->addWidget(row.cancel);
+  return row;
 }
 
 void open_advanced_help() {

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QDialog>
+#include <functional>
+#include <initializer_list>
 #include <string>
 
+class QHBoxLayout;
 class QPushButton;
 
 namespace quorva::gui {
@@ -26,6 +29,14 @@ class FrameDialog : public QDialog {
   void showEvent(QShowEvent* event) override;
   /// A button that opens the advanced help page.
   QPushButton* make_help_button(const QString& label);
+  /// The row a definition window ends with: the advanced help and `left` on the left, OK
+  /// (the default button, running `on_ok`) and Cancel (reject) on the right.
+  struct OkCancelRow {
+    QHBoxLayout* layout;
+    QPushButton* ok;
+    QPushButton* cancel;
+  };
+  OkCancelRow make_ok_cancel_row(std::initializer_list<QWidget*> left, std::function<void()> on_ok);
 
  private:
   std::string window_name_;

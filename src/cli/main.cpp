@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <iostream>
+#include <string_view>
 #include <vector>
 
 #include "cli/cli.h"
@@ -33,6 +34,49 @@ std::string init_hint(const std::string& installation_message,
   return "To make a working folder: quorva init DIR" +
          (here.empty() ? std::string() : " (here: quorva init " + here + ")") +
          ", then name it with --home DIR or $QUORVA_HOME.";
+}
+
+using AddGroup = void (*)(CLI::App&, Cli&);
+
+// In the order `quorva --help` lists them; the host group adds "dclgen download", so it
+// follows the dclgen command.
+constexpr AddGroup kEveryGroup[] = {
+    add_init_command,    add_check_command,    add_generate_commands,    add_dclgen_command,
+    add_columns_command, add_program_commands, add_files_commands,       add_db2_commands,
+    add_user_commands,   add_options_commands, add_collections_commands, add_host_commands};
+
+// The first word that is not one of the global options: the command asked for. Empty when
+// there is none or an option comes first that only the full set of commands explains.
+std::string_view command_word(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view word = argv[i];
+    if (word == "--yes" || word == "--no" || word.starts_with("--home=")) continue;
+    if (word == "--home") {
+      ++i;
+      continue;
+    }
+    return word.starts_with('-') ? std::string_view() : word;
+  }
+  return {};
+}
+
+// A command lives for milliseconds: building the options of every other command would
+// cost more than a short command's own work. Anything else (help, a mistyped command)
+// gets them all, so the listing and the suggestions see every command.
+std::vector<AddGroup> groups_for(std::string_view word) {
+  if (word == "init") return {add_init_command};
+  if (word == "check") return {add_check_command};
+  if (word == "generate" || word == "preview" || word == "warnings") return {add_generate_commands};
+  if (word == "dclgen" || word == "send" || word == "ftp-run")
+    return {add_dclgen_command, add_host_commands};
+  if (word == "columns") return {add_columns_command};
+  if (word == "program") return {add_program_commands};
+  if (word == "files") return {add_files_commands};
+  if (word == "db2") return {add_db2_commands};
+  if (word == "user") return {add_user_commands};
+  if (word == "options") return {add_options_commands};
+  if (word == "collections") return {add_collections_commands};
+  return {std::begin(kEveryGroup), std::end(kEveryGroup)};
 }
 
 }  // namespace
@@ -122,18 +166,7 @@ int main(int argc, char** argv) {
   app.add_flag("--no", cli.answer_no, "Go ahead at no question: what asks is not done")
       ->excludes(yes_flag);
 
-  add_init_command(app, cli);
-  add_check_command(app, cli);
-  add_generate_commands(app, cli);
-  add_dclgen_command(app, cli);
-  add_columns_command(app, cli);
-  add_program_commands(app, cli);
-  add_files_commands(app, cli);
-  add_db2_commands(app, cli);
-  add_user_commands(app, cli);
-  add_options_commands(app, cli);
-  add_collections_commands(app, cli);
-  add_host_commands(app, cli);
+  for (AddGroup add : groups_for(command_word(argc, argv))) add(app, cli);
   add_help_examples(app);
 
   // A mistyped command or option is named, with the nearest one, before CLI11 parses.

@@ -114,17 +114,15 @@ namespace {
 
 // A value with an apostrophe goes into a literal with the apostrophe doubled, as COBOL,
 // Easytrieve and JCL write one there; elsewhere (comments) as it is.
-void replace_pair(std::string& line, const ConversionPair& pair) {
-  if (pair.value.find('\'') == std::string::npos) {
-    Sostituisci_in_colonna(line, pair.key, pair.value);
-    return;
-  }
+ColumnReplacement replace_pair(std::string& line, std::size_t first, const ConversionPair& pair) {
+  if (pair.value.find('\'') == std::string::npos)
+    return replace_in_columns(line, first, pair.key, pair.value, pair.value);
   std::string doubled;
   for (char c : pair.value) {
     doubled += c;
     if (c == '\'') doubled += c;
   }
-  Sostituisci_in_colonna(line, pair.key, pair.value, doubled);
+  return replace_in_columns(line, first, pair.key, pair.value, doubled);
 }
 
 }  // namespace
@@ -132,7 +130,9 @@ void replace_pair(std::string& line, const ConversionPair& pair) {
 void apply_conversions(const ConversionList& list, std::string& line) {
   if (line.find('#') != std::string::npos) Sostituisci_in_colonna(line, "#", "1");
   for (const ConversionPair& pair : list)
-    if (!pair.key.empty() && line.find(pair.key) != std::string::npos) replace_pair(line, pair);
+    if (!pair.key.empty())
+      if (const std::size_t first = line.find(pair.key); first != std::string::npos)
+        replace_pair(line, first, pair);
 }
 
 namespace {
@@ -144,10 +144,19 @@ std::vector<std::string_view> keys_of(const ConversionList& list) {
   return keys;
 }
 
+bool any_key_holds_blank(const ConversionList& list) {
+  for (const ConversionPair& pair : list)
+    if (pair.key.find(' ') != std::string::npos) return true;
+  return false;
+}
+
 }  // namespace
 
 ConversionFilter::ConversionFilter(const ConversionList& list)
-    : list_(list), built_for_(list.size()), matcher_(keys_of(list)) {}
+    : list_(list),
+      built_for_(list.size()),
+      matcher_(keys_of(list)),
+      keys_hold_blank_(any_key_holds_blank(list)) {}
 
 void ConversionFilter::apply(std::string& line) const {
   if (built_for_ != list_.size()) return apply_conversions(list_, line);  // list changed
@@ -165,8 +174,13 @@ void ConversionFilter::apply(std::string& line) const {
     if (first == std::string::npos ||
         (pair.key == pair.value && pair.value.find('\'') == std::string::npos))
       continue;
-    replace_pair(line, pair);
+    const ColumnReplacement done = replace_pair(line, first, pair);
     const std::size_t from = first + 1 > matcher_.longest() ? first + 1 - matcher_.longest() : 0;
+    // One occurrence whose value, with what precedes it, holds no byte a key starts with
+    // brings in no key: the rest of the line only gained or lost blanks between words,
+    // which no key without a blank can notice.
+    if (done.count == 1 && !keys_hold_blank_ && !matcher_.may_start(line, from, done.first_end))
+      continue;
     matcher_.find(std::string_view(line).substr(from), static_cast<long>(index), fresh_);
     merged_.clear();
     std::set_union(found_.begin() + static_cast<std::ptrdiff_t>(next), found_.end(), fresh_.begin(),

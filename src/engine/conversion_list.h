@@ -55,6 +55,7 @@ class ConversionFilter {
   const ConversionList& list_;
   std::size_t built_for_;  // the list's size when the matcher was built
   KeyMatcher matcher_;
+  bool keys_hold_blank_;
   mutable std::vector<std::uint32_t> found_, fresh_, merged_;
 };
 

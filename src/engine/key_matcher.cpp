@@ -1,7 +1,12 @@
 #include "engine/key_matcher.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
+
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#endif
 
 namespace quorva {
 
@@ -90,11 +95,6 @@ KeyMatcher::KeyMatcher(const std::vector<std::string_view>& keys) {
     }
     starts_[static_cast<std::size_t>(start_count_++)] = static_cast<char>(b);
   }
-  for (int b = 0; b < 256; ++b)
-    if (idle_[static_cast<std::size_t>(b)]) {
-      filler_.fill(static_cast<unsigned char>(b));
-      break;
-    }
   // Unused places repeat the first byte, so every compare stays meaningful.
   for (std::size_t s = 0; s < splats_.size(); ++s)
     splats_[s].fill(
@@ -113,31 +113,28 @@ void KeyMatcher::report(std::size_t node, long after, std::vector<std::uint32_t>
 }
 
 std::size_t KeyMatcher::skip_idle(const char* data, std::size_t i, std::size_t size) const {
-#if defined(__GNUC__) && defined(__BYTE_ORDER__) && __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+#if defined(__SSE2__) || defined(_M_X64)
   // Sixteen bytes at a time against the (at most three) bytes keys start with: lines are
   // mostly text no key starts in.
-  if (start_count_ > 0) {
-    using Bytes = unsigned char __attribute__((vector_size(16)));
-    Bytes first, second, third;
-    std::memcpy(&first, splats_[0].data(), sizeof first);
-    std::memcpy(&second, splats_[1].data(), sizeof second);
-    std::memcpy(&third, splats_[2].data(), sizeof third);
-    while (i < size) {
-      Bytes chunk;
-      if (i + 16 <= size) {
-        std::memcpy(&chunk, data + i, sizeof chunk);
-      } else {  // the end of the text, padded with a byte no key starts with
-        std::memcpy(&chunk, filler_.data(), sizeof chunk);
-        std::memcpy(&chunk, data + i, size - i);
-      }
-      const auto hits = (chunk == first) | (chunk == second) | (chunk == third);
-      std::uint64_t halves[2];
-      std::memcpy(halves, &hits, sizeof halves);
-      if (halves[0]) return i + static_cast<std::size_t>(__builtin_ctzll(halves[0]) / 8);
-      if (halves[1]) return i + 8 + static_cast<std::size_t>(__builtin_ctzll(halves[1]) / 8);
-      i += 16;
-    }
-    return size;
+  if (start_count_ > 0 && size >= 16) {
+    const __m128i first = _mm_loadu_si128(reinterpret_cast<const __m128i*>(splats_[0].data()));
+    const __m128i second = _mm_loadu_si128(reinterpret_cast<const __m128i*>(splats_[1].data()));
+    const __m128i third = _mm_loadu_si128(reinterpret_cast<const __m128i*>(splats_[2].data()));
+    auto starts = [&](std::size_t at) {
+      const __m128i chunk = _mm_loadu_si128(reinterpret_cast<const __m128i*>(data + at));
+      const __m128i hits =
+          _mm_or_si128(_mm_or_si128(_mm_cmpeq_epi8(chunk, first), _mm_cmpeq_epi8(chunk, second)),
+                       _mm_cmpeq_epi8(chunk, third));
+      return static_cast<unsigned>(_mm_movemask_epi8(hits));
+    };
+    for (; i + 16 <= size; i += 16)
+      if (const unsigned mask = starts(i))
+        return i + static_cast<std::size_t>(std::countr_zero(mask));
+    if (i == size) return size;
+    // The last sixteen bytes of the text, less those already looked at: no read past it.
+    const std::size_t base = size - 16;
+    const unsigned mask = starts(base) >> (i - base);
+    return mask ? i + static_cast<std::size_t>(std::countr_zero(mask)) : size;
   }
 #endif
   while (i < size && idle_[static_cast<unsigned char>(data[i])]) ++i;

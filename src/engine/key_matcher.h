@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <string>
@@ -18,6 +19,11 @@ class KeyMatcher {
   /// The positions of the keys that occur in `text`, ascending, each once, those above
   /// `after` only (-1 for all).
   void find(std::string_view text, long after, std::vector<std::uint32_t>& found) const;
+
+  /// True when a key may begin somewhere in text[from, to): a byte some key starts with.
+  bool may_start(std::string_view text, std::size_t from, std::size_t to) const {
+    return skip_idle(text.data(), from, std::min(to, text.size())) < std::min(to, text.size());
+  }
 
   /// The length of the longest key.
   std::size_t longest() const { return longest_; }
@@ -45,7 +51,6 @@ class KeyMatcher {
   // start is left by comparing many bytes at once with those.
   std::array<char, 3> starts_{};
   std::array<std::array<unsigned char, 16>, 3> splats_{};
-  std::array<unsigned char, 16> filler_{};
   int start_count_ = 0;
   std::size_t longest_ = 0;
 };

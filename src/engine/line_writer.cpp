@@ -1,5 +1,7 @@
 #include "engine/line_writer.h"
 
+#include <algorithm>
+
 #include "engine/flag_table.h"
 
 namespace quorva {
@@ -37,8 +39,10 @@ void LineWriter::scrivi_riga_output(std::string_view text) {
       if (c == '.') c = ' ';
   if (!line.empty() && (line[0] == 'J' || line[0] == 'E'))
     line.erase(0, 6);
+  else if (line.size() >= 6)
+    std::fill_n(line.begin(), 6, ' ');
   else
-    line.replace(0, 6, 6, ' ');
+    line.assign(6, ' ');
   // Two accesses to one table must not declare its host variables twice.
   if (once && !once_written_.insert(line).second) return;
   if (break_line(break_point_, continuation_, kContinuationIndent, line)) ++lines_written_;

@@ -397,10 +397,19 @@ bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string
 bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string_view value,
                             std::string_view in_literal) {
   if (tag.empty() || (tag == value && tag == in_literal)) return true;
+  const size_t first = line.find(tag);
+  if (first == std::string::npos) return true;
+  return replace_in_columns(line, first, tag, value, in_literal).absorbed;
+}
+
+ColumnReplacement replace_in_columns(std::string& line, std::size_t first, std::string_view tag,
+                                     std::string_view value, std::string_view in_literal) {
+  ColumnReplacement done;
+  if (tag.empty() || (tag == value && tag == in_literal)) return done;
   const bool by_place = value != in_literal;
   const size_t start_length = line.size();
   bool unabsorbed = false;
-  size_t pos = line.find(tag);
+  size_t pos = first;
   size_t counted = 0;  // apostrophes are counted up to here
   bool literal = false;
   while (pos != std::string::npos) {
@@ -411,6 +420,7 @@ bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string
     const long d = static_cast<long>(put.size()) - static_cast<long>(tag.size());
     line.replace(pos, tag.size(), put);
     size_t after = pos + put.size();
+    if (done.count++ == 0) done.first_end = after;
     if (d < 0) {
       size_t blank = line.find(' ', after);
       if (blank != std::string::npos) line.insert(blank, static_cast<size_t>(-d), ' ');
@@ -431,7 +441,8 @@ bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string
     counted = after;
     pos = line.find(tag, after);
   }
-  return !(unabsorbed && line.size() > start_length);
+  done.absorbed = !(unabsorbed && line.size() > start_length);
+  return done;
 }
 
 }  // namespace quorva

@@ -86,4 +86,14 @@ bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string
 bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string_view value,
                             std::string_view in_literal);
 
+/// What one column-preserving replacement did.
+struct ColumnReplacement {
+  std::size_t count = 0;      ///< occurrences replaced
+  std::size_t first_end = 0;  ///< where the first value put ends (with `count` > 0)
+  bool absorbed = true;       ///< false when a longer value made the line grow
+};
+/// `Sostituisci_in_colonna` for a tag known to occur first at `first`.
+ColumnReplacement replace_in_columns(std::string& line, std::size_t first, std::string_view tag,
+                                     std::string_view value, std::string_view in_literal);
+
 }  // namespace quorva

@@ -75,9 +75,9 @@ TEST_F(ConversionListTest, HeaderValuesAndAccessList) {
 TEST_F(ConversionListTest, FilterGivesThePlainPassResult) {
   std::mt19937 random(7);
   const std::string alphabet = "<>AB-EK#1 '";
-  auto text = [&](std::size_t most) {
+  auto text = [&](std::size_t most, std::size_t letters = 0) {
     std::string t(random() % (most + 1), ' ');
-    for (char& c : t) c = alphabet[random() % alphabet.size()];
+    for (char& c : t) c = alphabet[random() % (letters ? letters : alphabet.size())];
     return t;
   };
   std::vector<ConversionList> lists = {{{"<A>", "<B>  "},
@@ -98,12 +98,22 @@ TEST_F(ConversionListTest, FilterGivesThePlainPassResult) {
       std::string key = !list.empty() && random() % 2 ? list[random() % list.size()].key
                         : n % 2                       ? "<"
                                                       : "";
-      key += text(4);
-      std::string value = random() % 3 ? text(6) : key + text(2);
+      // Every third list has keys without blanks, values without key starts abounding:
+      // the filter then skips looking again after most replacements.
+      key += n % 3 == 2 ? text(4, 8) : text(4);
+      std::string value = n % 3 == 2 && random() % 2 ? "VAL-" + text(3, 8)
+                          : random() % 3             ? text(6)
+                                                     : key + text(2);
       if (!list.empty() && random() % 4 == 0) value += list[random() % list.size()].key;
       list.push_back({key, value});
     }
     lists.push_back(std::move(list));
+  }
+  {  // a longer value takes a blank from a double one, which makes a key with a blank
+    const ConversionList list = {{"<A>", "XXXX"}, {"E B", "hit"}};
+    std::string line = "<A> E  B";
+    ConversionFilter(list).apply(line);
+    EXPECT_EQ(line, "XXXX hit");
   }
   for (const ConversionList& list : lists) {
     const ConversionFilter filter(list);

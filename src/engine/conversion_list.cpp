@@ -156,12 +156,14 @@ ConversionFilter::ConversionFilter(const ConversionList& list)
     : list_(list),
       built_for_(list.size()),
       matcher_(keys_of(list)),
-      keys_hold_blank_(any_key_holds_blank(list)) {}
+      keys_hold_blank_(any_key_holds_blank(list)),
+      starts_(list.size()) {}
 
 void ConversionFilter::apply(std::string& line) const {
   if (built_for_ != list_.size()) return apply_conversions(list_, line);  // list changed
   if (line.find('#') != std::string::npos) Sostituisci_in_colonna(line, "#", "1");
-  matcher_.find(line, -1, found_);
+  matcher_.find(line, -1, found_, starts_);
+  bool changed = false;  // the starts found hold until the line changes
   // Pairs in list order, as the plain pass applies them; only those whose key is in the
   // line can change it. A replacement leaves the line before its first occurrence as it
   // was, so only what follows is looked at again for keys it may have brought in; a key
@@ -170,11 +172,12 @@ void ConversionFilter::apply(std::string& line) const {
   while (next < found_.size()) {
     const std::uint32_t index = found_[next++];
     const ConversionPair& pair = list_[index];
-    const std::size_t first = line.find(pair.key);
+    const std::size_t first = changed ? line.find(pair.key) : starts_[index];
     if (first == std::string::npos ||
         (pair.key == pair.value && pair.value.find('\'') == std::string::npos))
       continue;
     const ColumnReplacement done = replace_pair(line, first, pair);
+    changed = true;
     const std::size_t from = first + 1 > matcher_.longest() ? first + 1 - matcher_.longest() : 0;
     // One occurrence whose value, with what precedes it, holds no byte a key starts with
     // brings in no key: the rest of the line only gained or lost blanks between words,

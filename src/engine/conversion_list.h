@@ -56,7 +56,7 @@ class ConversionFilter {
   std::size_t built_for_;  // the list's size when the matcher was built
   KeyMatcher matcher_;
   bool keys_hold_blank_;
-  mutable std::vector<std::uint32_t> found_, fresh_, merged_;
+  mutable std::vector<std::uint32_t> found_, fresh_, merged_, starts_;
 };
 
 }  // namespace quorva

@@ -120,9 +120,10 @@ GenerationResult run_generation(const GenerationJob& job) {
   Result<ProgramDefinition> read = read_program_definition(true);
   if (!read) return result;
   const ProgramDefinition& def = *read;
-  // The licence check always passes (free software); the use counter still rises.
-  Result<int> uses = raise_use_counter();
-  if (!uses) return result;
+  // The licence check always passes (free software); the use counter still rises, its
+  // file written while the program is built.
+  UseCounterRaise counter;
+  if (!counter.prepared()) return result;
 
   ui().set_status(bilingual("Pseudo-Code Allocating in Progress...\r\n \r\n \r\n",
                             "Preallocazione Pseudo-Codice in corso...\r\n \r\n \r\n"));
@@ -162,6 +163,8 @@ GenerationResult run_generation(const GenerationJob& job) {
   Bar third(kBarOutput, static_cast<int>(lines.size()));
   write_program(lines, pass, [&](int n) { third.set(n); });
   if (lines.empty()) third.set(1);
+  const Result<int> uses = counter.result();
+  if (!uses) return result;
   if (!write_program_and_jcl(def, result, writer.text(), writer.jcl_text())) return result;
 
   result.status = GenerationResult::kDone;

@@ -99,15 +99,31 @@ KeyMatcher::KeyMatcher(const std::vector<std::string_view>& keys) {
   for (std::size_t s = 0; s < splats_.size(); ++s)
     splats_[s].fill(
         static_cast<unsigned char>(starts_[start_count_ > static_cast<int>(s) ? s : 0]));
-  for (std::string_view key : keys) longest_ = std::max(longest_, key.size());
+  length_.reserve(keys.size());
+  for (std::string_view key : keys) {
+    longest_ = std::max(longest_, key.size());
+    length_.push_back(static_cast<std::uint32_t>(key.size()));
+  }
   std::vector<std::int32_t>().swap(next_);
 }
 
-void KeyMatcher::report(std::size_t node, long after, std::vector<std::uint32_t>& found) const {
+template <bool kStarts>
+void KeyMatcher::report(std::size_t node, std::size_t end, long after,
+                        std::vector<std::uint32_t>& found, std::uint32_t* starts) const {
   for (int hit = output_[node]; hit >= 0;) {
     const auto h = static_cast<std::size_t>(hit);
     for (int k = first_key_[h]; k >= 0; k = same_end_[static_cast<std::size_t>(k)])
-      if (k > after) found.push_back(static_cast<std::uint32_t>(k));
+      if (k > after) {
+        found.push_back(static_cast<std::uint32_t>(k));
+        // Occurrences come in the order they end, so a key's first report is its leftmost.
+        if constexpr (kStarts) {
+          const std::uint32_t start =
+              static_cast<std::uint32_t>(end + 1) - length_[static_cast<std::size_t>(k)];
+          if (std::find(found.begin(), found.end() - 1, static_cast<std::uint32_t>(k)) ==
+              found.end() - 1)
+            starts[k] = start;
+        }
+      }
     hit = output_[static_cast<std::size_t>(suffix_[h])];
   }
 }
@@ -142,6 +158,17 @@ std::size_t KeyMatcher::skip_idle(const char* data, std::size_t i, std::size_t s
 }
 
 void KeyMatcher::find(std::string_view text, long after, std::vector<std::uint32_t>& found) const {
+  scan<false>(text, after, found, nullptr);
+}
+
+void KeyMatcher::find(std::string_view text, long after, std::vector<std::uint32_t>& found,
+                      std::vector<std::uint32_t>& starts) const {
+  scan<true>(text, after, found, starts.data());
+}
+
+template <bool kStarts>
+void KeyMatcher::scan(std::string_view text, long after, std::vector<std::uint32_t>& found,
+                      std::uint32_t* starts) const {
   found.clear();
   const std::int32_t* moves = moves_.data();
   const std::uint8_t* class_of = class_of_.data();
@@ -157,7 +184,7 @@ void KeyMatcher::find(std::string_view text, long after, std::vector<std::uint32
     state = moves[state + class_of[static_cast<unsigned char>(text[i])]];
     if (state < 0) {
       state = -state - 1;
-      report(static_cast<std::size_t>(state) / classes, after, found);
+      report<kStarts>(static_cast<std::size_t>(state) / classes, i, after, found, starts);
     }
   }
   if (found.size() > 1) {

@@ -19,6 +19,10 @@ class KeyMatcher {
   /// The positions of the keys that occur in `text`, ascending, each once, those above
   /// `after` only (-1 for all).
   void find(std::string_view text, long after, std::vector<std::uint32_t>& found) const;
+  /// The same, also giving where each found key first begins: `starts[key]`, sized by the
+  /// caller to the number of keys (other places are left as they were).
+  void find(std::string_view text, long after, std::vector<std::uint32_t>& found,
+            std::vector<std::uint32_t>& starts) const;
 
   /// True when a key may begin somewhere in text[from, to): a byte some key starts with.
   bool may_start(std::string_view text, std::size_t from, std::size_t to) const {
@@ -32,7 +36,12 @@ class KeyMatcher {
   int add_node();
   // The first place at or after `i` where a key may start.
   std::size_t skip_idle(const char* data, std::size_t i, std::size_t size) const;
-  void report(std::size_t node, long after, std::vector<std::uint32_t>& found) const;
+  template <bool kStarts>
+  void scan(std::string_view text, long after, std::vector<std::uint32_t>& found,
+            std::uint32_t* starts) const;
+  template <bool kStarts>
+  void report(std::size_t node, std::size_t end, long after, std::vector<std::uint32_t>& found,
+              std::uint32_t* starts) const;
 
   std::array<std::uint8_t, 256> class_of_{};  // 0: a byte no key uses
   int classes_ = 1;
@@ -42,6 +51,7 @@ class KeyMatcher {
                                          // (itself included) where a key ends, -1 for none
   std::vector<std::int32_t> same_end_;   // per key: the next key ending at the same node
   std::vector<std::int32_t> suffix_;     // per node: its longest proper suffix in the trie
+  std::vector<std::uint32_t> length_;    // per key
   // The moves as matching reads them: the target's first slot in `moves_`, negated and
   // less one when a key ends at the target, so one load per byte tells both.
   std::vector<std::int32_t> moves_;

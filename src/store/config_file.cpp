@@ -32,15 +32,35 @@ std::string template_path() {
 }
 
 Result<int> raise_use_counter() {
+  return UseCounterRaise().result();
+}
+
+UseCounterRaise::UseCounterRaise() : written_{FileWrite::kOpenFailed, ""} {
   // Held across the read and the write, so two generations never count as one.
-  FolderLock lock;
-  if (!lock.held()) return lock.status();
+  if (!lock_.held()) {
+    status_ = lock_.status();
+    return;
+  }
   const int before = Leggi_tag_int(kConfigFile, false, kUseCounterKey);
-  const int uses = std::clamp(before, 0, INT_MAX - 1) + 1;
+  uses_ = std::clamp(before, 0, INT_MAX - 1) + 1;
   TagEdit edit = config_edit();
-  edit.set(kUseCounterKey, std::to_string(uses));
-  if (Status written = edit.apply(true); !written) return written;
-  return uses;
+  edit.set(kUseCounterKey, std::to_string(uses_));
+  bool changed = false;
+  status_ = edit.edited_text(true, text_, changed);
+  if (status_) writer_ = std::thread([this] { written_ = disk().replace(kConfigFile, text_); });
+}
+
+UseCounterRaise::~UseCounterRaise() {
+  if (writer_.joinable()) writer_.join();
+}
+
+Result<int> UseCounterRaise::result() {
+  if (writer_.joinable()) {
+    writer_.join();
+    if (!written_.ok()) status_ = report_write_failure(true, kConfigFile, written_.error);
+  }
+  if (!status_) return status_;
+  return uses_;
 }
 
 int read_use_counter() {

@@ -2,9 +2,12 @@
 
 #include <optional>
 #include <string>
+#include <thread>
 
 #include "port/status.h"
 #include "store/tag_edit.h"
+#include "tagfile/disk.h"
+#include "tagfile/folder_lock.h"
 
 namespace quorva {
 
@@ -98,6 +101,30 @@ inline TagEdit config_edit() {
 
 /// Raises the use counter by one in one read-modify-write; the new count.
 Result<int> raise_use_counter();
+
+/// raise_use_counter() in two halves: the count is read and the new file made at once,
+/// under the working folder's lock, kept until the end; its durable replacement runs on a
+/// thread of its own, so a generation builds its program while the disk confirms the
+/// counter. result() waits for the write and reports a failure on the caller's thread.
+class UseCounterRaise {
+ public:
+  UseCounterRaise();
+  ~UseCounterRaise();
+  UseCounterRaise(const UseCounterRaise&) = delete;
+  UseCounterRaise& operator=(const UseCounterRaise&) = delete;
+
+  /// A failure found before the write (the lock, the file unreadable): nothing is written.
+  const Status& prepared() const { return status_; }
+  Result<int> result();
+
+ private:
+  FolderLock lock_;
+  Status status_;
+  int uses_ = 0;
+  std::string text_;
+  FileWrite written_;
+  std::thread writer_;
+};
 /// The use counter as stored; 0 when missing.
 int read_use_counter();
 

@@ -26,11 +26,19 @@ void TagEdit::set_or_remove(const std::string& tag, const std::string& value) {
 }
 
 Status TagEdit::apply(bool popup) const {
+  FolderLock lock;
+  if (!lock.held()) return lock.status();
+  std::string text;
+  bool changed = false;
+  if (Status edited = edited_text(popup, text, changed); !edited) return edited;
+  if (!changed) return {};
+  return Scrivi_file(file_, popup, text);
+}
+
+Status TagEdit::edited_text(bool popup, std::string& text, bool& changed) const {
   for (const Change& change : changes_)
     if (!valid_tag_value(popup, change.tag, change.value))
       return Status::failure(line_break_message(change.tag));
-  FolderLock lock;
-  if (!lock.held()) return lock.status();
   FileRead read = disk().read(file_);
   if (read.status == FileRead::kFailed) {
     const std::string message = bilingual("WARNING, I cannot open the file" + file_,
@@ -39,8 +47,8 @@ Status TagEdit::apply(bool popup) const {
     return Status::failure(message + (read.error.empty() ? "" : " (" + read.error + ")"));
   }
   const bool missing = read.status == FileRead::kMissing;
-  std::string text = std::move(read.text);
-  bool changed = missing;
+  text = std::move(read.text);
+  changed = missing;
   for (const Change& change : changes_) {
     if (change.remove) {
       if (std::optional<std::string> left = without_tag(text, change.tag)) {
@@ -52,8 +60,7 @@ Status TagEdit::apply(bool popup) const {
       changed = true;
     }
   }
-  if (!changed) return {};
-  return Scrivi_file(file_, popup, text);
+  return {};
 }
 
 }  // namespace quorva

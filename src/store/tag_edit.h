@@ -32,6 +32,10 @@ class TagEdit {
   /// the whole edit before anything is written. `popup` shows the failure as well.
   Status apply(bool popup) const;
 
+  /// The first half of apply(): the file read and changed in memory under the lock the
+  /// caller holds. `text` is the new content; `changed` false when nothing needs writing.
+  Status edited_text(bool popup, std::string& text, bool& changed) const;
+
  private:
   struct Change {
     std::string tag;

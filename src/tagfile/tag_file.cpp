@@ -351,6 +351,10 @@ Status Scrivi_file(const std::string& file, bool popup, std::string_view text) {
   return {};
 }
 
+Status report_write_failure(bool popup, const std::string& file, const std::string& reason) {
+  return report_rewrite_failure(popup, file, "", nullptr, "", reason);
+}
+
 void append_tag_line(std::string& text, std::string_view tag, std::string_view value) {
   text.append(tag);
   text += '=';

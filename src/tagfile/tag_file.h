@@ -60,6 +60,8 @@ std::optional<std::string> read_whole_file(const std::string& file);
 /// A failure shows "I cannot open the output file ..." with `popup` and is logged with the
 /// file name only (never the text, which may hold the password).
 Status Scrivi_file(const std::string& file, bool popup, std::string_view text);
+/// A failed replacement of `file` as Scrivi_file reports it: popup, error log, message.
+Status report_write_failure(bool popup, const std::string& file, const std::string& reason);
 
 /// Appends the line tag + "=" + value + "\n" to a text being built.
 void append_tag_line(std::string& text, std::string_view tag, std::string_view value);

@@ -116,14 +116,16 @@ TEST_F(GeneratePanelTest, AStoppedRunLeavesThePreviousProgram) {
   struct Case {
     const char* what;
     const char* parbase_name;  // nomeprogr as found in the file
-    bool full_disk;
+    const char* full;          // the file whose replacement fails
     const char* says;
   };
   const Case cases[] = {
-      {"full disk", "PGMA", true, "It's impossible to open the file:out/PGMA.txt"},
-      {"path as name", "../../x", false, "The Program Name must be a member name"},
-      {"lower case name", "pgma", false, "The Program Name must be a member name"},
-      {"name too long", "PGMA12345", false, "The Program Name must be a member name"},
+      {"full disk", "PGMA", "PGMA.txt", "It's impossible to open the file:out/PGMA.txt"},
+      // The counter is written while the program is built: its failure still stops GO.
+      {"counter not written", "PGMA", "QVconfig", "I cannot open the output file ..."},
+      {"path as name", "../../x", "no file", "The Program Name must be a member name"},
+      {"lower case name", "pgma", "no file", "The Program Name must be a member name"},
+      {"name too long", "PGMA12345", "no file", "The Program Name must be a member name"},
   };
   for (const Case& c : cases) {
     write_program_files(kTemplate);
@@ -132,9 +134,10 @@ TEST_F(GeneratePanelTest, AStoppedRunLeavesThePreviousProgram) {
     write_text("out/PGMA.txt", "previous program\n");
     ui_.messages.clear();
     ui_.answer(true);
+    const std::string config = read_text("Resource/QVconfig.ini");
     GenerationResult result;
     {
-      FaultyDisk full(c.full_disk ? "PGMA.txt" : "no file");
+      FaultyDisk full(c.full);
       GeneratePanel panel;
       panel.open();
       result = panel.go();
@@ -148,6 +151,7 @@ TEST_F(GeneratePanelTest, AStoppedRunLeavesThePreviousProgram) {
       files += !entry.is_directory();
     EXPECT_EQ(files, 2) << c.what;  // .keep and the previous program, no temporary left
     EXPECT_FALSE(std::filesystem::exists("../../x.txt")) << c.what;
+    if (c.full == std::string("QVconfig")) EXPECT_EQ(read_text("Resource/QVconfig.ini"), config);
   }
 }
 

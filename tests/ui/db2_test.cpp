@@ -33,7 +33,7 @@ std::map<std::string, std::string> work() {
 
 }  // namespace
 
-class Db2Test : public QObject {
+class Db2Test : public GuiTest {
   Q_OBJECT
  private slots:
   void init() {
@@ -44,7 +44,6 @@ class Db2Test : public QObject {
       QCOMPARE((twin ? folder_->twin_run(counts) : folder_->home.run(counts)).status, 0);
     }
   }
-  void cleanup() { folder_.reset(); }
 
   void detailsOkWritesAsTheCommandLine_data() {
     QTest::addColumn<int>("kind");            // 0 SELECT, 1 FETCH
@@ -179,14 +178,9 @@ class Db2Test : public QObject {
     QVERIFY(!folder_->script.messages.empty());
     QVERIFY(folder_->script.messages.back().find("FURTHER") != std::string::npos);
   }
-
- private:
-  std::unique_ptr<GuiFolder> folder_;
 };
 
-QObject* make_db2_test() {
-  return new Db2Test;
-}
+[[maybe_unused]] const bool registered = add_group("Db2", []() -> QObject* { return new Db2Test; });
 
 }  // namespace quorva::gui::test
 

@@ -44,15 +44,9 @@ class FlowTest : public QObject {
   void definedGeneratedAndPreviewedInTheWindows() {
     QFETCH(QString, language);
     QFETCH(QString, done);
-    QuorvaHome home;
-    const fs::path source = home.scratch.path() / "source";
-    fs::create_directories(source);
+    GuiFolder folder(QuorvaHome::kEmpty);
+    const fs::path& source = folder.shared;
     write_text(source / "ORDERS.DCL", small_member("PROD.ORDERS", "DCLORDERS"));
-    const fs::path before = fs::current_path();
-    fs::current_path(home.path);
-    RecordingUi script;
-    ThreadedInterface port(script);
-    ScopedUserInterface installed(port);
     TagEdit config = config_edit();
     config.set("target_language", language.toStdString());
     QVERIFY(config.apply(false).ok());
@@ -106,7 +100,7 @@ class FlowTest : public QObject {
       QCOMPARE(columns.result(), int(QDialog::Accepted));
     }
 
-    GenerateDialog generate(port, nullptr);
+    GenerateDialog generate(folder.port, nullptr);
     QSignalSpy ended(&generate, &GenerateDialog::generation_ended);
     generate.go();
     QVERIFY(ended.count() == 1 || ended.wait(20000));
@@ -120,14 +114,12 @@ class FlowTest : public QObject {
     std::unique_ptr<PreviewDialog> preview(PreviewDialog::open_current(nullptr));
     QVERIFY(preview);
     QCOMPARE(preview->view()->toPlainText().toStdString(), program);
-    QVERIFY(script.messages.empty());
-    fs::current_path(before);
+    QVERIFY(folder.script.messages.empty());
   }
 };
 
-QObject* make_flow_test() {
-  return new FlowTest;
-}
+[[maybe_unused]] const bool registered =
+    add_group("Flow", []() -> QObject* { return new FlowTest; });
 
 }  // namespace quorva::gui::test
 

@@ -19,12 +19,9 @@ namespace quorva::gui::test {
 using quorva::test::read_text;
 using quorva::test::write_text;
 
-class GenerateTest : public QObject {
+class GenerateTest : public GuiTest {
   Q_OBJECT
  private slots:
-  void init() { folder_ = std::make_unique<GuiFolder>(); }
-  void cleanup() { folder_.reset(); }
-
   void goWritesWhatTheCommandLineWrites() {
     // The twin has its own source folder, so each writes its own program.
     QCOMPARE(folder_->twin_run("--yes user set folder=" + twin_programs()).status, 0);
@@ -120,13 +117,10 @@ class GenerateTest : public QObject {
 
  private:
   std::string twin_programs() const { return (folder_->twin / "programs").string() + "/"; }
-
-  std::unique_ptr<GuiFolder> folder_;
 };
 
-QObject* make_generate_test() {
-  return new GenerateTest;
-}
+[[maybe_unused]] const bool registered =
+    add_group("Generate", []() -> QObject* { return new GenerateTest; });
 
 }  // namespace quorva::gui::test
 

@@ -20,12 +20,9 @@ namespace quorva::gui::test {
 using quorva::test::read_text;
 using quorva::test::write_text;
 
-class MainWindowTest : public QObject {
+class MainWindowTest : public GuiTest {
   Q_OBJECT
  private slots:
-  void init() { folder_ = std::make_unique<GuiFolder>(); }
-  void cleanup() { folder_.reset(); }
-
   void buttonsLevelAndLanguageFollowTheFiles() {
     const struct {
       const char* user;
@@ -95,14 +92,10 @@ class MainWindowTest : public QObject {
     QVERIFY(snapshot(folder_->shared) == sources);
     QVERIFY(folder_->script.messages.empty());
   }
-
- private:
-  std::unique_ptr<GuiFolder> folder_;
 };
 
-QObject* make_main_window_test() {
-  return new MainWindowTest;
-}
+[[maybe_unused]] const bool registered =
+    add_group("MainWindow", []() -> QObject* { return new MainWindowTest; });
 
 }  // namespace quorva::gui::test
 

@@ -57,12 +57,9 @@ void choose(BaseParametersDialog& dialog, const std::string& key, const QString&
 
 }  // namespace
 
-class ProgramTest : public QObject {
+class ProgramTest : public GuiTest {
   Q_OBJECT
  private slots:
-  void init() { folder_ = std::make_unique<GuiFolder>(); }
-  void cleanup() { folder_.reset(); }
-
   void baseParametersOkWritesAsTheCommandLine() {
     // KEY=VALUE choices separated by "|", the language first as the command line takes it.
     const char* cases[] = {
@@ -264,14 +261,10 @@ class ProgramTest : public QObject {
     QVERIFY(!report.excel(1)->isEnabled());
     QCOMPARE(report.heading()->text(), QString("Complete the informations for REPORT"));
   }
-
- private:
-  std::unique_ptr<GuiFolder> folder_;
 };
 
-QObject* make_program_test() {
-  return new ProgramTest;
-}
+[[maybe_unused]] const bool registered =
+    add_group("Program", []() -> QObject* { return new ProgramTest; });
 
 }  // namespace quorva::gui::test
 

@@ -15,12 +15,9 @@ namespace quorva::gui::test {
 using quorva::test::read_text;
 using quorva::test::shell_quote;
 
-class SettingsTest : public QObject {
+class SettingsTest : public GuiTest {
   Q_OBJECT
  private slots:
-  void init() { folder_ = std::make_unique<GuiFolder>(); }
-  void cleanup() { folder_.reset(); }
-
   void userDataSavesAsTheCommandLine_data() {
     QTest::addColumn<QStringList>("values");  // ip, user, password, library, folder, name, company
     QTest::addColumn<int>("messages");
@@ -102,13 +99,10 @@ class SettingsTest : public QObject {
 
  private:
   std::string folder_path() const { return folder_->shared.string() + "/"; }
-
-  std::unique_ptr<GuiFolder> folder_;
 };
 
-QObject* make_settings_test() {
-  return new SettingsTest;
-}
+[[maybe_unused]] const bool registered =
+    add_group("Settings", []() -> QObject* { return new SettingsTest; });
 
 }  // namespace quorva::gui::test
 

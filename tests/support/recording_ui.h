@@ -44,4 +44,14 @@ class FolderTest : public ::testing::Test {
   RecordingUi ui_;
 };
 
+/// A FolderTest whose user data names its src/ folder as the source folder.
+class SourceFolderTest : public FolderTest {
+ protected:
+  void SetUp() override {
+    write_text("Resource/User.dat", "sourcedirectory=" + source() + "\n");
+    std::filesystem::create_directories(source());
+  }
+  std::string source() const { return (folder_.path() / "src").string() + "/"; }
+};
+
 }  // namespace quorva::test

@@ -109,15 +109,6 @@ TEST(CommandConventions, YesGoesAheadAtEveryQuestion) {
   EXPECT_NE(read_text(home.path / "temp/key2value.dat").find("CURS-2F=CSR1\n"), std::string::npos);
 }
 
-TEST(CommandConventions, MissingWorkingFolderPointsToInit) {
-  TempWorkingFolder scratch;
-  const std::string missing = (scratch.path() / "none").string();
-  expect_steps(nullptr, {{"--home " + shell_quote(missing) + " program show", 2,
-                          "isn't correctly installed. Repeat the install again\nTo make a working "
-                          "folder: quorva init DIR (here: quorva init " +
-                              missing + ")"}});
-}
-
 // The subcommands a --help lists.
 std::vector<std::string> listed_subcommands(const std::string& help) {
   std::vector<std::string> names;
@@ -216,6 +207,9 @@ TEST(CommandConventions, TwoWritersLoseNothing) {
   EXPECT_TRUE(lost.empty()) << lost.size() << " of " << expected.size() << " writes lost, e.g. "
                             << lost.front() << "\n"
                             << keys;
+  // Both wrote the configuration (the DB2 switches) too, and lost none of it.
+  EXPECT_NE(read_text(home.path / "Resource/QVconfig.ini").find("target_language="),
+            std::string::npos);
 }
 
 }  // namespace

@@ -150,27 +150,6 @@ TEST(CommandLine, RefusedValuesAndFailedWritesExitOne) {
   EXPECT_EQ(read_text(home.path / "error.log").find("S3CRET9"), std::string::npos);
 }
 
-TEST(CommandLine, TwoCommandsAtOnceLoseNothing) {
-  QuorvaHome home;
-  ASSERT_EQ(home.run("program set name=PGM1 language=cobol inputs=9 select=9").status, 0);
-  // Two command lines writing different keys of the same files, side by side.
-  const std::string quorva = shell_quote(QUORVA_BINARY) + " --home " + shell_quote(home.path);
-  const std::string files = "for r in 1 2 3; do for n in 1 2 3 4 5 6 7 8 9; do " + quorva +
-                            " files input $n --desc F$r$n >/dev/null || echo FAILED; done; done";
-  const std::string db2 = "for r in 1 2 3; do for n in 1 2 3 4 5 6 7 8 9; do " + quorva +
-                          " db2 select $n --owner D$r$n >/dev/null || echo FAILED; done; done";
-  const CommandResult both = run_command("(" + files + ") & (" + db2 + "); wait");
-  EXPECT_EQ(both.output.find("FAILED"), std::string::npos) << both.output;
-  const std::string keys = read_text(home.path / "temp/key2value.dat");
-  for (int n = 1; n <= 9; ++n) {
-    const std::string row = std::to_string(n);
-    EXPECT_NE(keys.find("DESC-I" + row + "=F3" + row + "\n"), std::string::npos) << keys;
-    EXPECT_NE(keys.find("T-" + row + "S=D3" + row + "\n"), std::string::npos) << keys;
-  }
-  EXPECT_NE(read_text(home.path / "Resource/QVconfig.ini").find("target_language="),
-            std::string::npos);
-}
-
 TEST(CommandLine, InitAndInstallationStatuses) {
   TempWorkingFolder scratch;
   const std::string dir = shell_quote((scratch.path() / "wf").string());
@@ -182,10 +161,65 @@ TEST(CommandLine, InitAndInstallationStatuses) {
                          {"init " + dir, 1, "already exists"},
                          {"init --force " + dir, 0, "Working folder ready"},
                          {"--home " + missing + " init --help", 0, "DIR"},
-                         {"--home " + missing + " program show", 2, "isn't correctly installed"},
-                         {"--yes --no init x", 2, "excludes"},
-                         {"nonsense", 2, "subcommand"}});
+                         {"--home " + missing + " program show", 2,
+                          "isn't correctly installed. Repeat the install again\nTo make a working "
+                          "folder: quorva init DIR (here: quorva init " +
+                              (scratch.path() / "wf-missing").string() + ")"},
+                         {"--yes --no init x", 2, "excludes"}});
   EXPECT_TRUE(std::filesystem::exists(scratch.path() / "wf/Resource/User.dat"));
+}
+
+// Collections made on the command line reach a real generation, and a deletion asks.
+TEST(CollectionsCommand, CollectionsReachTheGeneratedProgram) {
+  QuorvaHome home(QuorvaHome::kSample);
+  const std::filesystem::path programs = home.path / "programs";
+  expect_steps(&home, {{"collections new k2v BR --desc Branches", 0, ""},
+                       {"collections set k2v BR '<NO>=x' CUSTMOV=CUSTMVX", 0, ""},
+                       {"collections unset k2v BR '<NO>'", 0, ""},
+                       {"collections use k2v BR", 0, ""},
+                       {"collections new snippets INIT", 0, ""},
+                       {"collections new flags EXTRA", 0, ""},
+                       {"collections set flags EXTRA CZZ=2 JZZ=1", 0, ""},
+                       {"collections use flags EXTRA", 0, ""},
+                       {"collections set snippets INIT '[COBOL CUSTOM INITIALIZE]'", 0, "",
+                        "           DISPLAY 'UP'.\n"},
+                       {"collections use snippets INIT", 0, ""},
+                       {"collections list k2v", 0, "BR  (in use, slot 1)"},
+                       {"collections show flags EXTRA", 0, "CZZ=2\nJZZ=1\n"},
+                       {"--yes generate", 0, ""}});
+  EXPECT_EQ(read_text(programs / "Key2Value_BR.txt"), "desc_key2value=Branches\nCUSTMOV=CUSTMVX\n");
+  EXPECT_EQ(read_text(programs / "Custom_INIT.txt"),
+            "[COBOL CUSTOM INITIALIZE]\n           DISPLAY 'UP'.\n");
+  EXPECT_EQ(read_text(home.path / "temp/customused.dat"),
+            "Custom_code_1=" + programs.string() + "/Custom_INIT.txt\n");
+  const std::string program = read_text(programs / "CUSTMOV.txt");
+  EXPECT_NE(program.find("CUSTMVX"), std::string::npos);
+  EXPECT_NE(program.find("DISPLAY 'UP'."), std::string::npos);
+
+  expect_steps(&home, {{"collections delete k2v BR", 1, "is in use (slot 1)"},
+                       {"--yes collections delete k2v BR", 0, ""},
+                       {"collections show k2v BR", 1, "There is no collection named BR"}});
+  EXPECT_FALSE(std::filesystem::exists(programs / "Key2Value_BR.txt"));
+  EXPECT_EQ(read_text(home.path / "temp/customK2V.dat").find("Key2Value_01"), std::string::npos);
+}
+
+TEST(CollectionsCommand, RefusalsWriteNothing) {
+  QuorvaHome home(QuorvaHome::kSample);
+  expect_steps(&home, {{"collections new flags A", 0, ""}});
+  const std::string before = read_text(home.path / "programs/Flags_Coll_A.txt");
+  expect_steps(&home, {{"collections new flags 'a/b'", 1, "cannot hold"},
+                       {"collections new flags a", 1, "already exists: A"},
+                       {"collections set flags A CZZ=0", 1, "Limit Flag a Zero:CZZ"},
+                       {"collections set flags A CZZ", 1, "Write each row as KEY=VALUE"},
+                       {"collections set k2v A K=V", 1, "There is no collection named A"},
+                       {"collections unuse flags A", 1, "is not in use"},
+                       {"collections unset flags A CQQ", 1, "There is no row CQQ"},
+                       {"collections new snippets S --desc x", 1, "Custom code has no description"},
+                       {"collections unuse flags --slot 26", 1, "There is no slot 26"},
+                       {"collections list lists", 2, "KIND"},
+                       {"collections rename flags A", 2, "TO"}});
+  EXPECT_EQ(read_text(home.path / "programs/Flags_Coll_A.txt"), before);
+  EXPECT_FALSE(std::filesystem::exists(home.path / "temp/Flags.dat"));
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "host/ftp_client.h"
 #include "support/faulty_disk.h"
 #include "support/ftp_test_server.h"
@@ -17,6 +19,7 @@ using test::write_text;
 constexpr const char* kPassword = "S3CRETPW";
 constexpr const char* kOld = "OLD VERSION\n";
 constexpr const char* kNew = "       IDENTIFICATION DIVISION.\n       PROGRAM-ID. CUSTMOV.\n";
+constexpr const char* kNoServer = "no FTP test server (python3-pyftpdlib)";
 
 // A working folder whose program CUSTMOV goes to USER01.SOURCE on the test server.
 struct HostSetup {
@@ -36,6 +39,13 @@ struct HostSetup {
                    programs.string() + "/\npswtso=" + password +
                    "\ntsouser=USER01\nnomecognome=Mario Rossi\nsocieta=Example\n");
   }
+  // Starts the test server, with a fault or "tls", and points the user data at it; false
+  // when it cannot start.
+  bool serve(const std::string& fault = "", double seconds = 0) {
+    server = std::make_unique<test::FtpTestServer>(root, "USER01", kPassword, fault, seconds);
+    if (server->running()) user_data(server->address());
+    return server->running();
+  }
   void option(const std::string& line) {
     const fs::path config = home.path / "Resource/QVconfig.ini";
     write_text(config, read_text(config) + line + "\n");
@@ -49,6 +59,8 @@ struct HostSetup {
         all += read_text(entry.path());
     return all;
   }
+
+  std::unique_ptr<test::FtpTestServer> server;
 };
 
 struct SendCase {
@@ -57,7 +69,7 @@ struct SendCase {
   double seconds;
   bool member_before;  // the member exists on the host
   bool wrong_password;
-  const char* option;   // a QVconfig line, or ""
+  const char* option;   // QVconfig lines, or ""; @CA@ stands for the server's certificate
   const char* program;  // the program's text, nullptr: kNew
   int status;
   const char* member_after;  // "old", "new", "empty" (the host emptied it), "cut" (truncated)
@@ -85,18 +97,29 @@ TEST(HostTransfer, SendNeverLosesTheMember) {
       {"SITE accepted", "", 0, true, false, "FTP_RECFM=FB", nullptr, 0, "new", true, ""},
       {"SITE refused", "", 0, true, false, "FTP_SBDATACONN=IBM-9999/ISO8859-1", nullptr, 1, "old",
        true, "Unrecognized parameter"},
+      // FTPS with explicit AUTH TLS goes only over a verified connection: it stops before
+      // touching the member when the certificate is not trusted or the host speaks no TLS.
+      {"FTPS verified", "tls", 0, true, false, "FTP_TLS=EXPLICIT\nFTP_CA_FILE=@CA@", nullptr, 0,
+       "new", true, ""},
+      {"FTPS untrusted", "tls", 0, true, false, "FTP_TLS=EXPLICIT", nullptr, 1, "old", false, ""},
+      {"FTPS to a host without TLS", "", 0, true, false, "FTP_TLS=EXPLICIT", nullptr, 1, "old",
+       false, ""},
   };
   for (const SendCase& c : cases) {
     SCOPED_TRACE(c.name);
     HostSetup setup;
     if (c.member_before) write_text(setup.member, kOld);
     if (c.program) write_text(setup.programs / "CUSTMOV.txt", c.program);
-    if (*c.option) setup.option(c.option);
+    std::string option = c.option;
+    if (option.find("@CA@") != std::string::npos)
+      option.replace(option.find("@CA@"), 4, setup.root.string() + ".crt");
+    if (!option.empty()) setup.option(option);
     const bool down = std::string(c.fault) == "down";
-    test::FtpTestServer server(setup.root, "USER01", kPassword, down ? "" : c.fault, c.seconds);
-    if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
-    setup.user_data(down ? "127.0.0.1:1" : server.address(),
-                    c.wrong_password ? "WRONGPW" : kPassword);
+    if (!setup.serve(down ? "" : c.fault, c.seconds))
+      GTEST_SKIP() << kNoServer << (*c.fault == 't' ? ", python3-openssl" : "");
+    if (down || c.wrong_password)
+      setup.user_data(down ? "127.0.0.1:1" : setup.server->address(),
+                      c.wrong_password ? "WRONGPW" : kPassword);
     test::CommandResult run = setup.home.run("--no send");
     EXPECT_EQ(run.status, c.status) << run.output;
     EXPECT_NE(run.output.find(c.says), std::string::npos) << run.output;
@@ -115,41 +138,6 @@ TEST(HostTransfer, SendNeverLosesTheMember) {
     if (c.backup && c.status == 0)
       EXPECT_NE(read_text(setup.home.path / "warning.log").find("CUSTMOV_1.BKP"),
                 std::string::npos);
-  }
-}
-
-// FTPS with explicit AUTH TLS and the certificate verified: the send goes through with the
-// host's certificate trusted, and stops before touching the member when it is not, or when
-// the host speaks no TLS.
-TEST(HostTransfer, FtpsSendsOnlyOverAVerifiedConnection) {
-  const struct {
-    const char* name;
-    bool tls_server;
-    bool trusted;
-    int status;
-    const char* member_after;
-  } cases[] = {
-      {"verified", true, true, 0, kNew},
-      {"untrusted certificate", true, false, 1, kOld},
-      {"host without TLS", false, true, 1, kOld},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    HostSetup setup;
-    write_text(setup.member, kOld);
-    test::FtpTestServer server(setup.root, "USER01", kPassword, c.tls_server ? "tls" : "");
-    if (!server.running())
-      GTEST_SKIP() << "no FTPS test server (python3-pyftpdlib, python3-openssl)";
-    setup.user_data(server.address());
-    setup.option("FTP_TLS=EXPLICIT");
-    const fs::path certificate = setup.root.string() + ".crt";
-    if (c.trusted && c.tls_server) setup.option("FTP_CA_FILE=" + certificate.string());
-    test::CommandResult run = setup.home.run("--no send");
-    EXPECT_EQ(run.status, c.status) << run.output;
-    EXPECT_EQ(read_text(setup.member), c.member_after);
-    EXPECT_EQ(fs::exists(setup.programs / "CUSTMOV_1.BKP"), c.status == 0);
-    EXPECT_FALSE(fs::exists(setup.home.path / "temp/FtpQuorva.ini"));
-    EXPECT_EQ(setup.everything_but_user_data(run.output).find(kPassword), std::string::npos);
   }
 }
 
@@ -185,9 +173,7 @@ TEST(HostTransfer, JclGoesToItsOwnLibraryAndTheProgramAlone) {
     write_text(setup.programs / "CUSTMOV.jcl", c.edited ? jcl + "//EXTRA DD *\n" : jcl);
     write_text(setup.programs / "CUSTMOV_J_1.BKP", "an earlier backup of the JCL\n");
     if (*c.jcl_library) setup.option(std::string("FTP_JCL_LIBRARY=") + c.jcl_library);
-    test::FtpTestServer server(setup.root, "USER01", kPassword);
-    if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
-    setup.user_data(server.address());
+    if (!setup.serve()) GTEST_SKIP() << kNoServer;
     test::CommandResult run = setup.home.run("--no send");
     EXPECT_EQ(run.status, c.status) << run.output;
     EXPECT_NE(run.output.find(c.says), std::string::npos) << run.output;
@@ -207,9 +193,7 @@ TEST(HostTransfer, DclgenDownloadFetchesOnlyNewIncludes) {
   HostSetup setup;
   fs::create_directories(setup.root / "USER01.DCLGEN");
   write_text(setup.root / "USER01.DCLGEN" / "ACCOUNTS", "      * DCLGEN TABLE(ACCOUNTS)\n");
-  test::FtpTestServer server(setup.root, "USER01", kPassword);
-  if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
-  setup.user_data(server.address());
+  if (!setup.serve()) GTEST_SKIP() << kNoServer;
   write_text(setup.home.path / "temp/key2value.dat", "INCLU-1S=ACCOUNTS\nINCLU-1F=BRANCHES\n");
   test::CommandResult first = setup.home.run("dclgen download --library USER01.DCLGEN");
   EXPECT_EQ(first.status, 1) << first.output;
@@ -226,9 +210,7 @@ TEST(HostTransfer, DclgenDownloadFetchesOnlyNewIncludes) {
 
 TEST(HostTransfer, MemberChangedOnTheHostIsAskedAbout) {
   HostSetup setup;
-  test::FtpTestServer server(setup.root, "USER01", kPassword);
-  if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
-  setup.user_data(server.address());
+  if (!setup.serve()) GTEST_SKIP() << kNoServer;
   EXPECT_EQ(setup.home.run("--no send").status, 0);
   // Sent again unchanged: no question.
   test::CommandResult again = setup.home.run("--no send");
@@ -249,19 +231,13 @@ TEST(HostTransfer, MemberChangedOnTheHostIsAskedAbout) {
 
 TEST(HostTransfer, PasswordTypedAtEachTransfer) {
   HostSetup setup;
-  test::FtpTestServer server(setup.root, "USER01", kPassword);
-  if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
-  setup.user_data(server.address(), "KEPTPW");  // not the host's: it must not be used
+  if (!setup.serve()) GTEST_SKIP() << kNoServer;
+  setup.user_data(setup.server->address(), "KEPTPW");  // not the host's: it must not be used
   setup.option("FTP_ASK_PASSWORD=ON");
-  auto send_typing = [&setup](const std::string& typed) {
-    return test::run_command("echo " + typed + " | " + test::shell_quote(QUORVA_BINARY) +
-                             " --home " + test::shell_quote(setup.home.path.string()) +
-                             " --no send");
-  };
-  test::CommandResult wrong = send_typing("NOTIT");
+  test::CommandResult wrong = setup.home.run("--no send", "NOTIT\n");
   EXPECT_EQ(wrong.status, 1) << wrong.output;
   EXPECT_NE(wrong.output.find("refused the user or the password"), std::string::npos);
-  test::CommandResult right = send_typing(kPassword);
+  test::CommandResult right = setup.home.run("--no send", kPassword + std::string("\n"));
   EXPECT_EQ(right.status, 0) << right.output;
   EXPECT_EQ(read_text(setup.member), kNew);
   EXPECT_EQ(setup.everything_but_user_data(right.output).find(kPassword), std::string::npos);
@@ -273,7 +249,7 @@ TEST(HostTransfer, FullLocalDiskStopsBeforeTheSend) {
   write_text(root / "USER01.SOURCE" / "CUSTMOV", kOld);
   write_text(folder.path() / "CUSTMOV.txt", kNew);
   test::FtpTestServer server(root, "USER01", kPassword);
-  if (!server.running()) GTEST_SKIP() << "no FTP test server (python3-pyftpdlib)";
+  if (!server.running()) GTEST_SKIP() << kNoServer;
   Result<FtpScript> script =
       parse_ftp_script(send_script(server.address(), "USER01", kPassword,
                                    "'USER01.SOURCE(CUSTMOV)'", "CUSTMOV.txt", "CUSTMOV_1.BKP"));

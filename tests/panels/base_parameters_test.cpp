@@ -114,14 +114,8 @@ TEST_F(BaseParametersTest, LanguageRules) {
   EXPECT_EQ(panel.count(Count::kFetch), 0);
 }
 
-TEST_F(BaseParametersTest, NameCheckAndOkChecks) {
+TEST_F(BaseParametersTest, OkChecks) {
   BaseParameters panel = BaseParameters::open();
-  ASSERT_TRUE(panel.set_name("ABC"));
-  EXPECT_FALSE(panel.set_name("1ABC"));
-  EXPECT_EQ(panel.name(), "ABC");
-  EXPECT_FALSE(panel.set_name("ABCDEFGHI"));
-  EXPECT_EQ(panel.name(), "ABC");
-
   ASSERT_TRUE(panel.set_name(""));
   EXPECT_FALSE(panel.confirm());
   EXPECT_EQ(ui_.messages.back(), "Warning!! You haven't inserted the Program NAME! ");

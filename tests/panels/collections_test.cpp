@@ -16,13 +16,8 @@ namespace fs = std::filesystem;
 namespace quorva::test {
 namespace {
 
-class CollectionsTest : public FolderTest {
+class CollectionsTest : public SourceFolderTest {
  protected:
-  void SetUp() override {
-    write_text("Resource/User.dat", "sourcedirectory=" + source() + "\n");
-    fs::create_directories(source());
-  }
-  std::string source() const { return (folder_.path() / "src").string() + "/"; }
   std::string file(const std::string& name) const { return read_text(source() + name); }
   static Collections opened(CollectionKind kind) {
     Result<Collections> collections = Collections::open(kind);

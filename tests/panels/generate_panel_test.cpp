@@ -16,7 +16,15 @@
 namespace quorva::test {
 namespace {
 
-class GeneratePanelTest : public FolderTest {};
+class GeneratePanelTest : public FolderTest {
+ protected:
+  // GO on a freshly opened panel.
+  static GenerationResult generate() {
+    GeneratePanel panel;
+    panel.open();
+    return panel.go();
+  }
+};
 
 void write_program_files(const std::string& template_text) {
   write_text("Resource/QVconfig.ini", "target_language=ENG\nQVjoined=29\n");
@@ -102,9 +110,7 @@ TEST_F(GeneratePanelTest, SizeWarningRewritesNumlinesAndClientMismatchIsLogged) 
 TEST_F(GeneratePanelTest, StopsWhenTheOutputFolderIsMissing) {
   write_program_files(kTemplate);
   write_text("Resource/User.dat", "sourcedirectory=missing/\n");
-  GeneratePanel generator;
-  generator.open();
-  EXPECT_EQ(generator.go().status, GenerationResult::kStopped);
+  EXPECT_EQ(generate().status, GenerationResult::kStopped);
   EXPECT_EQ(ui_.messages.back().rfind("It's impossible to open the file:missing/PGMA.txt", 0), 0u);
   EXPECT_FALSE(GeneratePanel::preview());
   EXPECT_EQ(ui_.messages.back(), "Cannot find the following file:\nmissing/PGMA.txt");
@@ -138,9 +144,7 @@ TEST_F(GeneratePanelTest, AStoppedRunLeavesThePreviousProgram) {
     GenerationResult result;
     {
       FaultyDisk full(c.full);
-      GeneratePanel panel;
-      panel.open();
-      result = panel.go();
+      result = generate();
     }
     EXPECT_EQ(result.status, GenerationResult::kStopped) << c.what;
     EXPECT_EQ(read_text("out/PGMA.txt"), "previous program\n") << c.what;
@@ -188,9 +192,7 @@ TEST_F(GeneratePanelTest, TheRunJclIsWrittenBesideTheProgram) {
     GenerationResult result;
     {
       FaultyDisk full(*c.full ? c.full : "no file");
-      GeneratePanel panel;
-      panel.open();
-      result = panel.go();
+      result = generate();
     }
     EXPECT_EQ(result.status, c.status);
     const std::string program = read_text("out/PGMA.txt");

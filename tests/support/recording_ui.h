@@ -15,15 +15,22 @@ namespace quorva::test {
 /// script runs out). Installs itself for its lifetime.
 class RecordingUi : public UserInterface {
  public:
-  RecordingUi();
-  ~RecordingUi() override;
+  RecordingUi() : scope_(*this) {}
 
   void answer(bool yes) { answers_.push_back(yes); }
 
   void show_message(const std::string& text) override { messages.push_back(text); }
-  bool ask_yes_no(const std::string& title, const std::string& text) override;
+  bool ask_yes_no(const std::string& title, const std::string& text) override {
+    questions.push_back(title + "|" + text);
+    if (answers_.empty()) return false;
+    const bool yes = answers_.front();
+    answers_.pop_front();
+    return yes;
+  }
   void open_file(const std::string& path) override { opened.push_back(path); }
-  void set_progress(const std::string& bar, int position, int range) override;
+  void set_progress(const std::string& bar, int position, int range) override {
+    progress.push_back(bar + ":" + std::to_string(position) + "/" + std::to_string(range));
+  }
   void set_status(const std::string& text) override { statuses.push_back(text); }
 
   std::vector<std::string> messages;
@@ -42,6 +49,16 @@ class FolderTest : public ::testing::Test {
  protected:
   TempWorkingFolder folder_;
   RecordingUi ui_;
+};
+
+/// A FolderTest whose user data names its src/ folder as the source folder.
+class SourceFolderTest : public FolderTest {
+ protected:
+  void SetUp() override {
+    write_text("Resource/User.dat", "sourcedirectory=" + source() + "\n");
+    std::filesystem::create_directories(source());
+  }
+  std::string source() const { return (folder_.path() / "src").string() + "/"; }
 };
 
 }  // namespace quorva::test

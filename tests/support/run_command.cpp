@@ -25,8 +25,9 @@ std::string shell_quote(const std::string& text) {
   return quoted + "'";
 }
 
-CommandResult quorva(const std::string& arguments) {
-  return run_command(shell_quote(QUORVA_BINARY) + " " + arguments);
+CommandResult quorva(const std::string& arguments, const std::string& input) {
+  const std::string feed = input.empty() ? "" : "printf '%s' " + shell_quote(input) + " | ";
+  return run_command(feed + shell_quote(QUORVA_BINARY) + " " + arguments);
 }
 
 QuorvaHome::QuorvaHome(Content content) : path(scratch.path() / "wf") {
@@ -36,14 +37,22 @@ QuorvaHome::QuorvaHome(Content content) : path(scratch.path() / "wf") {
             0);
 }
 
-CommandResult QuorvaHome::run(const std::string& arguments) const {
-  return quorva("--home " + shell_quote(path.string()) + " " + arguments);
+CommandResult QuorvaHome::run(const std::string& arguments, const std::string& input) const {
+  return quorva("--home " + shell_quote(path.string()) + " " + arguments, input);
+}
+
+void QuorvaHome::set_user_data() const {
+  const CommandResult set =
+      run("user set ip=127.0.0.1 library=QV.SOURCE user=QVUSER password=PW name=Tester "
+          "company=Tests folder=" +
+          shell_quote((path / "programs").string() + "/"));
+  EXPECT_EQ(set.status, 0) << set.output;
 }
 
 std::string expect_steps(const QuorvaHome* home, const std::vector<CommandStep>& steps) {
   std::string outputs;
   for (const CommandStep& step : steps) {
-    CommandResult r = home ? home->run(step.args) : quorva(step.args);
+    CommandResult r = home ? home->run(step.args, step.input) : quorva(step.args, step.input);
     EXPECT_EQ(r.status, step.status) << step.args << "\n" << r.output;
     EXPECT_NE(r.output.find(step.says), std::string::npos) << step.args << "\n" << r.output;
     outputs += r.output;

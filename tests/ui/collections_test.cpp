@@ -46,12 +46,9 @@ void set_cell(QTableWidget* table, int row, int column, const QString& value) {
 
 }  // namespace
 
-class CollectionsTest : public QObject {
+class CollectionsTest : public GuiTest {
   Q_OBJECT
  private slots:
-  void init() { folder_ = std::make_unique<GuiFolder>(); }
-  void cleanup() { folder_.reset(); }
-
   void okWritesWhatTheCommandLineWrites() {
     const std::string code = "           DISPLAY 'UP'.";
     const std::string steps[] = {"collections new k2v BR --desc Branches",
@@ -63,51 +60,36 @@ class CollectionsTest : public QObject {
                                  "collections new snippets INIT",
                                  "collections use snippets INIT"};
     for (const std::string& step : steps) QCOMPARE(folder_->twin_run(step).status, 0);
-    const CommandResult piped = quorva::test::run_command(
-        "printf '%s\\n' " + shell_quote(code) + " | " + shell_quote(QUORVA_BINARY) + " --home " +
-        shell_quote(folder_->twin.string()) +
-        " collections set snippets INIT '[COBOL CUSTOM INITIALIZE]'");
+    const CommandResult piped =
+        folder_->twin_run("collections set snippets INIT '[COBOL CUSTOM INITIALIZE]'", code + "\n");
     QVERIFY2(piped.status == 0, piped.output.c_str());
     const auto by_command_line = take_collections(folder_->shared);
     QCOMPARE(static_cast<int>(by_command_line.size()), 3);
 
-    {
+    // Each kind as made in its window; a row left blank is no row.
+    const struct {
+      CollectionKind kind;
+      QString name, description;
+      QStringList cells;  // key, value of each row
+      std::string code;
+    } made[] = {
+        {CollectionKind::kKeyToValue, "BR", "Branches", {"<BRANCH>", "MILANO"}, ""},
+        {CollectionKind::kFlags, "EX", "", {"CZZ", "3", "JZZ", "1", "", ""}, ""},
+        {CollectionKind::kSnippets, "INIT", "", {}, "[COBOL CUSTOM INITIALIZE]\n" + code},
+    };
+    for (const auto& m : made) {
       std::unique_ptr<CollectionManagerDialog> dialog(
-          CollectionManagerDialog::open(CollectionKind::kKeyToValue, nullptr));
+          CollectionManagerDialog::open(m.kind, nullptr));
       QVERIFY(dialog);
-      dialog->name_field()->setText("BR");
+      dialog->name_field()->setText(m.name);
       dialog->create();
-      dialog->description()->setText("Branches");
-      dialog->add_row();
-      set_cell(dialog->rows(), 0, 0, "<BRANCH>");
-      set_cell(dialog->rows(), 0, 1, "MILANO");
-      item_of(*dialog, "BR")->setCheckState(Qt::Checked);
-      dialog->save();
-      QCOMPARE(dialog->result(), static_cast<int>(QDialog::Accepted));
-    }
-    {
-      std::unique_ptr<CollectionManagerDialog> dialog(
-          CollectionManagerDialog::open(CollectionKind::kFlags, nullptr));
-      dialog->name_field()->setText("EX");
-      dialog->create();
-      dialog->add_row();
-      dialog->add_row();
-      dialog->add_row();  // left blank: not a row
-      set_cell(dialog->rows(), 0, 0, "CZZ");
-      set_cell(dialog->rows(), 0, 1, "3");
-      set_cell(dialog->rows(), 1, 0, "JZZ");
-      set_cell(dialog->rows(), 1, 1, "1");
-      item_of(*dialog, "EX")->setCheckState(Qt::Checked);
-      dialog->save();
-      QCOMPARE(dialog->result(), static_cast<int>(QDialog::Accepted));
-    }
-    {
-      std::unique_ptr<CollectionManagerDialog> dialog(
-          CollectionManagerDialog::open(CollectionKind::kSnippets, nullptr));
-      dialog->name_field()->setText("INIT");
-      dialog->create();
-      dialog->code()->setPlainText(QString::fromStdString("[COBOL CUSTOM INITIALIZE]\n" + code));
-      item_of(*dialog, "INIT")->setCheckState(Qt::Checked);
+      if (!m.description.isEmpty()) dialog->description()->setText(m.description);
+      for (int cell = 0; cell < m.cells.size(); ++cell) {
+        if (cell % 2 == 0) dialog->add_row();
+        if (!m.cells[cell].isEmpty()) set_cell(dialog->rows(), cell / 2, cell % 2, m.cells[cell]);
+      }
+      if (!m.code.empty()) dialog->code()->setPlainText(QString::fromStdString(m.code));
+      item_of(*dialog, m.name)->setCheckState(Qt::Checked);
       dialog->save();
       QCOMPARE(dialog->result(), static_cast<int>(QDialog::Accepted));
     }
@@ -154,14 +136,10 @@ class CollectionsTest : public QObject {
     QCOMPARE(without_positions(read_text("Resource/QVconfig.ini")),
              without_positions(before.at("Resource/QVconfig.ini")));
   }
-
- private:
-  std::unique_ptr<GuiFolder> folder_;
 };
 
-QObject* make_collections_test() {
-  return new CollectionsTest;
-}
+[[maybe_unused]] const bool registered =
+    add_group("Collections", []() -> QObject* { return new CollectionsTest; });
 
 }  // namespace quorva::gui::test
 

@@ -47,12 +47,9 @@ std::vector<Opener> openers() {
 
 }  // namespace
 
-class FrameTest : public QObject {
+class FrameTest : public GuiTest {
   Q_OBJECT
  private slots:
-  void init() { folder_ = std::make_unique<GuiFolder>(); }
-  void cleanup() { folder_.reset(); }
-
   // Each dialog opens where it was left, and Cancel keeps its new place and writes nothing
   // else, whatever was typed.
   void positionsRoundTripAndCancelWritesOnlyThem() {
@@ -147,14 +144,10 @@ class FrameTest : public QObject {
     QVERIFY(!positions.isEmpty() && positions.size() < 5000);
     QCOMPARE(positions.last(), 5000);
   }
-
- private:
-  std::unique_ptr<GuiFolder> folder_;
 };
 
-QObject* make_frame_test() {
-  return new FrameTest;
-}
+[[maybe_unused]] const bool registered =
+    add_group("Frame", []() -> QObject* { return new FrameTest; });
 
 }  // namespace quorva::gui::test
 

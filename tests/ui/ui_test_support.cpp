@@ -11,8 +11,12 @@ namespace quorva::gui::test {
 using quorva::test::read_text;
 using quorva::test::shell_quote;
 
-GuiFolder::GuiFolder() : shared(home.scratch.path() / "programs") {
+GuiFolder::GuiFolder(QuorvaHome::Content content)
+    : home(content), shared(home.scratch.path() / "programs") {
   fs::create_directories(shared);
+  fs::current_path(home.path);
+  installed_ = std::make_unique<ScopedUserInterface>(port);
+  if (content == QuorvaHome::kEmpty) return;
   // Complete user data: the three main buttons are enabled.
   home.run(
       "user set ip=10.0.0.1 library=USR.SOURCE user=TSO01 password=SECRET "
@@ -22,8 +26,6 @@ GuiFolder::GuiFolder() : shared(home.scratch.path() / "programs") {
     fs::copy_file(home.path / "programs" / member, shared / member);
   twin = home.scratch.path() / "twin";
   fs::copy(home.path, twin, fs::copy_options::recursive);
-  fs::current_path(home.path);
-  installed_ = std::make_unique<ScopedUserInterface>(port);
 }
 
 GuiFolder::~GuiFolder() {
@@ -31,8 +33,25 @@ GuiFolder::~GuiFolder() {
   fs::current_path(home.scratch.path());
 }
 
-CommandResult GuiFolder::twin_run(const std::string& arguments) const {
-  return quorva::test::quorva("--home " + shell_quote(twin.string()) + " " + arguments);
+CommandResult GuiFolder::twin_run(const std::string& arguments, const std::string& input) const {
+  return quorva::test::quorva("--home " + shell_quote(twin.string()) + " " + arguments, input);
+}
+
+namespace {
+std::map<std::string, QObject* (*)()>& groups() {
+  static std::map<std::string, QObject* (*)()> known;
+  return known;
+}
+}  // namespace
+
+bool add_group(const char* name, QObject* (*make)()) {
+  groups()[name] = make;
+  return true;
+}
+
+QObject* make_group(const std::string& name) {
+  auto found = groups().find(name);
+  return found == groups().end() ? nullptr : found->second();
 }
 
 std::map<std::string, std::string> snapshot(const fs::path& folder) {

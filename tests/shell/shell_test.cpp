@@ -1,10 +1,12 @@
-#include "shell/working_folder.h"
-
 #include <gtest/gtest.h>
-
 #include <sys/stat.h>
+
 #include <cstdlib>
 
+#include "shell/main_dialog.h"
+#include "shell/working_folder.h"
+#include "store/config_file.h"
+#include "support/recording_ui.h"
 #include "support/temp_folder.h"
 #include "tagfile/tag_file.h"
 
@@ -12,6 +14,126 @@ namespace fs = std::filesystem;
 
 namespace quorva::test {
 namespace {
+
+class MainDialogTest : public FolderTest {};
+
+TEST_F(MainDialogTest, ButtonsWaitForTheUserDataThenForAProgramName) {
+  const std::string complete =
+      "ipaddress=10.0.0.1\ntsolibrary=USR.SRC\nsourcedirectory=/p/\npswtso=PW\ntsouser=U1\n"
+      "nomecognome=Ada\nsocieta=ACME\n";
+  const struct {
+    std::string user;
+    std::string parbase;
+    bool base_parameters;
+    bool generate;
+  } cases[] = {
+      {"", "", false, false},
+      {"sourcedirectory=/p/\n", "nomeprogr=PGMA\n", false, false},
+      {complete, "", true, false},
+      {complete, "nomeprogr=\n", true, false},
+      {complete, "nomeprogr=PGMA\n", true, true},
+  };
+  for (const auto& c : cases) {
+    write_text("Resource/User.dat", c.user);
+    write_text("temp/Parbase.dat", c.parbase);
+    const MainButtons buttons = main_buttons();
+    EXPECT_TRUE(buttons.user_data);
+    EXPECT_EQ(buttons.base_parameters, c.base_parameters) << c.user << c.parbase;
+    EXPECT_EQ(buttons.generate, c.generate) << c.user << c.parbase;
+  }
+  EXPECT_TRUE(ui_.messages.empty());
+}
+
+TEST_F(MainDialogTest, TipOfTheDayByLanguageRangeAndPadding) {
+  EXPECT_EQ(tip_tag(7), "TIP007");
+  EXPECT_EQ(tip_tag(123), "TIP123");
+  write_text("Resource/Tips_ENG.txt", "TIPRANGE=2\nTIP000=zero\nTIP001=one<BR>two\nTIP002=x\n");
+  write_text("Resource/Tips_ITA.txt", "TIPRANGE=0\nTIP000=zero ita\n");
+  EXPECT_EQ(tip_of_the_day(4), "one\ntwo\n\n");  // 4 mod 3
+  EXPECT_EQ(tip_of_the_day(3), "zero\n\n");
+  write_text("Resource/QVconfig.ini", "target_language=ITA\n");
+  EXPECT_EQ(tip_of_the_day(12345), "zero ita\n\n");  // TIPRANGE 0 is always TIP000
+  write_text("Resource/Tips_ITA.txt", "TIP000=no range\n");
+  EXPECT_FALSE(tip_of_the_day(0));
+}
+
+TEST_F(MainDialogTest, PasswordReminderOncePerMonthWhenOn) {
+  write_text("Resource/QVconfig.ini", "target_language=ENG\nENABLE_PASSWORD_ALERT=OFF\n");
+  EXPECT_FALSE(password_reminder(5));
+  write_text("Resource/QVconfig.ini",
+             "target_language=ENG\nENABLE_PASSWORD_ALERT=ON\nMONTH_PASSWORD_ALERT=4\n");
+  EXPECT_FALSE(password_reminder(std::nullopt));
+  const std::optional<std::string> text = password_reminder(5);
+  ASSERT_TRUE(text);
+  EXPECT_EQ(text->rfind("Hi and Welcome!\nQuorva remember to you", 0), 0u);
+  EXPECT_EQ(read_config(kPasswordAlertMonthKey), "5");
+  EXPECT_FALSE(password_reminder(5));
+}
+
+TEST_F(MainDialogTest, TutorialRunsOnceAndOffersTheExamples) {
+  const struct {
+    const char* language;
+    const char* question;
+    bool answer;
+    bool examples_there;
+    const char* opened;
+    const char* last_message;  // the start of the message after the four, or ""
+  } cases[] = {
+      {"ENG", "Do you want to open the Examples?", false, true, "", ""},
+      {"ITA", "Vuoi aprire gli Esempi?", true, true, kExamplesFile, ""},
+      {"ENG", "Do you want to open the Examples?", true, false, "",
+       "Cannot find the following file:\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.language);
+    write_text("Resource/QVconfig.ini", std::string("target_language=") + c.language + "\n");
+    std::filesystem::remove(kExamplesFile);
+    if (c.examples_there) write_text(kExamplesFile, "<html></html>");
+    ui_.messages.clear();
+    ui_.questions.clear();
+    ui_.opened.clear();
+    ui_.answer(c.answer);
+    EXPECT_TRUE(tutorial_due());
+    run_tutorial();
+    ASSERT_EQ(ui_.messages.size(), *c.last_message ? 5u : 4u);
+    EXPECT_EQ(ui_.messages[0].rfind(c.language == std::string("ENG") ? "Welcome" : "Benvenuto", 0),
+              0u);
+    if (*c.last_message) EXPECT_EQ(ui_.messages[4].rfind(c.last_message, 0), 0u);
+    EXPECT_EQ(ui_.questions,
+              std::vector<std::string>{std::string("Quorva Tutorial|") + c.question});
+    EXPECT_EQ(ui_.opened.empty() ? "" : ui_.opened[0], std::string(c.opened));
+    EXPECT_EQ(read_config(kTutorialShownKey), "ON");
+    EXPECT_FALSE(tutorial_due());
+  }
+  // Each message has its own text in each language.
+  write_text("Resource/QVconfig.ini", "target_language=ENG\n");
+  const TutorialTexts english = tutorial_texts();
+  write_text("Resource/QVconfig.ini", "target_language=ITA\n");
+  const TutorialTexts italian = tutorial_texts();
+  ASSERT_EQ(english.messages.size(), 4u);
+  ASSERT_EQ(italian.messages.size(), 4u);
+  for (std::size_t i = 0; i < 4; ++i) EXPECT_NE(english.messages[i], italian.messages[i]);
+}
+
+TEST_F(MainDialogTest, ExitCleanupAndHelp) {
+  for (const char* file : {"temp/FtpQuorva.ini", "temp/dummy_file.txt", "warning.log", "error.log",
+                           "temp/Parbase.dat"})
+    write_text(file, "x");
+  exit_cleanup();
+  EXPECT_FALSE(std::filesystem::exists("temp/FtpQuorva.ini"));
+  EXPECT_FALSE(std::filesystem::exists("temp/dummy_file.txt"));
+  EXPECT_FALSE(std::filesystem::exists("warning.log"));
+  EXPECT_TRUE(std::filesystem::exists("error.log"));
+  EXPECT_TRUE(std::filesystem::exists("temp/Parbase.dat"));
+
+  EXPECT_FALSE(advanced_help_file());
+  ASSERT_EQ(ui_.messages.size(), 1u);
+  write_text("Resource/SD_C_QV.dat", "help_avanzato_CHM=Resource/Help.html\n");
+  write_text("Resource/Help.html", "<html></html>");
+  Result<std::string> help = advanced_help_file();
+  ASSERT_TRUE(help);
+  EXPECT_EQ(*help, "Resource/Help.html");
+}
 
 // Sets an environment variable for the rest of the test, then restores it.
 struct ScopedEnv {

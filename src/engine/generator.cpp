@@ -117,6 +117,7 @@ GenerationResult run_generation(const GenerationJob& job) {
   result.output_name = job.output_name;
   FolderLock lock;
   if (!lock.held()) return result;
+  const LanguageRead language;
   Result<ProgramDefinition> read = read_program_definition(true);
   if (!read) return result;
   const ProgramDefinition& def = *read;

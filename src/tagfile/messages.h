@@ -6,8 +6,22 @@
 namespace quorva {
 
 /// True when `target_language` in Resource/QVconfig.ini is exactly "ENG". Read at every
-/// call: the user may switch language while the program runs.
+/// call outside a LanguageRead: the user may switch language while the program runs.
 bool Lingua_inglese();
+
+/// Holds the language as read once, for this thread, while it lives: a generation's many
+/// messages need not read the configuration again (it holds the folder lock, so the
+/// language cannot change meanwhile).
+class LanguageRead {
+ public:
+  LanguageRead();
+  ~LanguageRead();
+  LanguageRead(const LanguageRead&) = delete;
+  LanguageRead& operator=(const LanguageRead&) = delete;
+
+ private:
+  int previous_;
+};
 
 /// Picks the English or the Italian text of a message pair, at its point of use.
 std::string bilingual(std::string_view english, std::string_view italian);

@@ -26,7 +26,8 @@ class KeyMatcher {
 
   /// True when a key may begin somewhere in text[from, to): a byte some key starts with.
   bool may_start(std::string_view text, std::size_t from, std::size_t to) const {
-    return skip_idle(text.data(), from, std::min(to, text.size())) < std::min(to, text.size());
+    const std::size_t end = std::min(to, text.size());
+    return skip_idle(text.data(), from, end) < end;
   }
 
   /// The length of the longest key.

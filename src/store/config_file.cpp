@@ -31,11 +31,7 @@ std::string template_path() {
   return kTemplateFolder + name;
 }
 
-Result<int> raise_use_counter() {
-  return UseCounterRaise().result();
-}
-
-UseCounterRaise::UseCounterRaise() : written_{FileWrite::kOpenFailed, ""} {
+UseCounterRaise::UseCounterRaise() {
   // Held across the read and the write, so two generations never count as one.
   if (!lock_.held()) {
     status_ = lock_.status();

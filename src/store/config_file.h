@@ -99,13 +99,11 @@ inline TagEdit config_edit() {
   return TagEdit(kConfigFile);
 }
 
-/// Raises the use counter by one in one read-modify-write; the new count.
-Result<int> raise_use_counter();
-
-/// raise_use_counter() in two halves: the count is read and the new file made at once,
-/// under the working folder's lock, kept until the end; its durable replacement runs on a
-/// thread of its own, so a generation builds its program while the disk confirms the
-/// counter. result() waits for the write and reports a failure on the caller's thread.
+/// Raises the use counter by one in one read-modify-write, in two halves: the count is read
+/// and the new file made at once, under the working folder's lock, kept until the end; its
+/// durable replacement runs on a thread of its own, so a generation builds its program
+/// while the disk confirms the counter. result() waits for the write, reports a failure on
+/// the caller's thread and gives the new count.
 class UseCounterRaise {
  public:
   UseCounterRaise();
@@ -125,6 +123,7 @@ class UseCounterRaise {
   FileWrite written_;
   std::thread writer_;
 };
+
 /// The use counter as stored; 0 when missing.
 int read_use_counter();
 

@@ -347,7 +347,7 @@ Status Scrivi_file(const std::string& file, bool popup, std::string_view text) {
   if (!lock.held()) return lock.status();
   FileWrite written =
       file.empty() ? FileWrite{FileWrite::kOpenFailed, ""} : disk().replace(file, text);
-  if (!written.ok()) return report_rewrite_failure(popup, file, "", nullptr, "", written.error);
+  if (!written.ok()) return report_write_failure(popup, file, written.error);
   return {};
 }
 

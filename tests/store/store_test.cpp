@@ -127,11 +127,11 @@ TEST_F(StoreTest, ConfigurationDefaultsAndCounter) {
   EXPECT_TRUE(config_switch(kTipsAndTricksKey));
   EXPECT_FALSE(config_switch(kPasswordAlertKey));
   EXPECT_EQ(template_path(), "Resource/Quormem.txt");
-  Result<int> uses = raise_use_counter();
+  Result<int> uses = UseCounterRaise().result();
   ASSERT_TRUE(uses);
   EXPECT_EQ(*uses, 42);
   FaultyDisk full("QVconfig");
-  EXPECT_FALSE(raise_use_counter());
+  EXPECT_FALSE(UseCounterRaise().result());
   EXPECT_EQ(TagText(read_text("Resource/QVconfig.ini")).integer(kUseCounterKey), 42);
 }
 

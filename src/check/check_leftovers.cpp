@@ -20,10 +20,11 @@ const Leftover kLeftovers[] = {
     {R"(<NOME-COGNOME>)", "the user data: quorva user set name=..."},
     {R"(<NOME-SOCIETA>)", "the user data: quorva user set company=..."},
     {R"(<----->)", "the user data: quorva user set tsouser=..."},
+    {R"(<TSO-LIBRARY>)", "the user data: quorva user set library=..."},
     {R"(<VRS>)", "the template's own version, its header tag quormem"},
     {R"(<SEL/FET/DEL/INS/UPD/ROL/COM>)", "the generator, from the DB2 accesses of the program"},
     {R"(//\.///\.////)", "the generator, with the date of the generation"},
-    {R"(<(COBOL_VAL|DB2_VAL|PIC_VAL|IND_VAL|EZT_VAL)>|\bCAMPO-ALL\b|\bWRK-NULL-ALL\b)",
+    {R"(<(COBOL_VAL|DB2_VAL|PIC_VAL|IND_VAL|EZT_VAL|NULL_VAL)>|\bCAMPO-(ALL|TXT|LEN)\b|\bWRK-NULL-ALL\b)",
      "the DB2 column expansion: only template lines flagged for DB2 columns are expanded"},
     {R"(\*(PIC|DB2)_(not_found|non_trovata)\*)",
      "the DB2 column expansion: the selected column is not in the DCLGEN member; choose the "

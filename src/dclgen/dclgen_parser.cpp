@@ -198,6 +198,7 @@ void DclgenParser::read_options(const std::string& comment) {
 DclgenPassResult DclgenParser::parse_cobol(std::string_view text, bool compress) {
   structure_.clear();
   fields_.clear();
+  field_parts_.clear();
   field_level_ = 0;
   fields_done_ = false;
   names_prefix_.clear();
@@ -269,7 +270,12 @@ void DclgenParser::note_field(const std::string& statement) {
   }
   if (structure_.empty()) return;
   if (field_level_ == 0) field_level_ = level;
-  if (level == field_level_) fields_.emplace_back(name);
+  if (level == field_level_) {
+    fields_.emplace_back(name);
+    field_parts_.emplace_back();
+  } else if (level > field_level_ && !field_parts_.empty()) {
+    field_parts_.back().emplace_back(name);
+  }
 }
 
 void DclgenParser::take_statement(std::string statement, bool compress) {

@@ -39,6 +39,9 @@ class DclgenParser {
   /// n-th column whatever NAMES(...) or a hand edit made of its name (a VARCHAR's is its
   /// group). Filled by the COBOL pass.
   const std::vector<std::string>& fields() const { return fields_; }
+  /// The items under each of fields(), in the same order: a VARCHAR's length and text
+  /// (level 49); empty for an elementary field.
+  const std::vector<std::vector<std::string>>& field_parts() const { return field_parts_; }
   const std::string& names_prefix() const { return names_prefix_; }
   bool colsuffix() const { return colsuffix_; }
 
@@ -53,6 +56,7 @@ class DclgenParser {
   std::unordered_map<std::string, std::size_t> by_name_;
   std::string structure_;
   std::vector<std::string> fields_;
+  std::vector<std::vector<std::string>> field_parts_;
   int field_level_ = 0;       // level number of the structure's fields, once seen
   bool fields_done_ = false;  // a second level 01 ends the structure
   std::string names_prefix_;

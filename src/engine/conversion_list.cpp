@@ -103,6 +103,8 @@ void build_conversion_list(const ProgramDefinition& def, const HeaderValues& hea
   list.push_back({"//.///.////", header.date});
   const UserData user = read_user_data();
   add_user_value(list, "<----->", user.tsouser);
+  // The library the program is sent to, where a compile-and-go step reads it.
+  add_user_value(list, "<TSO-LIBRARY>", user.tsolibrary);
   add_user_value(list, "<NOME-COGNOME>", user.nomecognome);
   add_user_value(list, "<NOME-SOCIETA>", user.societa);
   list.push_back({"<SEL/FET/DEL/INS/UPD/ROL/COM>", access_list_value(def)});

@@ -82,14 +82,18 @@ std::pair<int, int> length_numbers(const std::string& text) {
 
 }  // namespace
 
-std::string easytrieve_field(const DclgenColumn& column) {
+std::string easytrieve_field(const DclgenColumn& column, bool varying) {
   const auto [length, scale] = length_numbers(column.length_text);
   auto field = [](int bytes, const char* type, int decimals = -1) {
     std::string text = std::to_string(bytes);
     text = std::string(text.size() < 3 ? 3 - text.size() : 0, ' ') + text + " " + type;
     return decimals < 0 ? text : text + " " + std::to_string(decimals);
   };
-  switch (column.type_code) {
+  // A member lists a VARCHAR as CHAR; its field, a group of length and text, tells.
+  int type = column.type_code;
+  if (varying && type == db2type::kChar) type = db2type::kVarchar;
+  if (varying && type == db2type::kGraphic) type = db2type::kVargraphic;
+  switch (type) {
     case db2type::kDecimal:
       return field((length > 0 ? length : 5) / 2 + 1, "P", scale);
     case db2type::kInteger:
@@ -170,8 +174,14 @@ void Db2Expansion::comment_out(std::string& line) {
 
 void Db2Expansion::expand(const std::string& line, int k,
                           const std::function<void(std::string)>& emit) {
+  expand_group({line}, k, emit);
+}
+
+void Db2Expansion::expand_group(const std::vector<std::string>& lines, int k,
+                                const std::function<void(std::string)>& emit) {
+  const std::string& line = lines.front();
   const char form = line.size() > 4 ? line[4] : ' ';
-  if (form != '1' && form != 'A' && form != 'N' && form != 'T') {
+  if (form != '1' && form != 'A' && form != 'N' && form != 'T' && form != 'V' && form != 'E') {
     Scrivi_log("Flag 5 non riconosciuto :" + line, kNoNumber, LogKind::kError);
     return;
   }
@@ -179,18 +189,23 @@ void Db2Expansion::expand(const std::string& line, int k,
   const Selection selection = line[3] == 'X' ? Selection::kQuery : Selection::kWhere;
   const ColumnBlock* columns = kind ? block(*kind, k, selection) : nullptr;
   if (!columns) {
-    // No selection yet: one comment line that reads as the access's to-do.
-    std::string comment = line;
-    comment_out(comment);
-    replace(comment, "<DB2_VAL>", "column-name");
-    replace(comment, "<COBOL_VAL>", "host-variable");
-    replace(comment, "CAMPO-ALL", "host-variable");
-    replace(comment, "<PIC_VAL>", "X(10)");
-    replace(comment, "<IND_VAL>", "");
-    replace(comment, "<EZT_VAL>", " 10 A");
-    if (kind) replace(comment, "WRK-NULL-ALL", null_name(*kind, k, selection, "00"));
-    fit_comment(comment);
-    emit(std::move(comment));
+    // No selection yet: each line once, as a comment that reads as the access's to-do.
+    for (const std::string& each : lines) {
+      std::string comment = each;
+      comment_out(comment);
+      replace(comment, "<DB2_VAL>", "column-name");
+      replace(comment, "<COBOL_VAL>", "host-variable");
+      replace(comment, "CAMPO-ALL", "host-variable");
+      replace(comment, "CAMPO-TXT", "host-variable");
+      replace(comment, "CAMPO-LEN", "host-variable-LEN");
+      replace(comment, "<NULL_VAL>", each[0] == 'E' ? "' '" : "SPACES");
+      replace(comment, "<PIC_VAL>", "X(10)");
+      replace(comment, "<IND_VAL>", "");
+      replace(comment, "<EZT_VAL>", " 10 A");
+      if (kind) replace(comment, "WRK-NULL-ALL", null_name(*kind, k, selection, "00"));
+      fit_comment(comment);
+      emit(std::move(comment));
+    }
     return;
   }
   const HostNaming naming = parse_host_naming(columns->access_text);
@@ -198,36 +213,61 @@ void Db2Expansion::expand(const std::string& line, int k,
     db2_missing_ = bilingual("*DB2_not_found*", "*DB2_non_trovata*");
     pic_missing_ = bilingual("*PIC_not_found*", "*PIC_non_trovata*");
   }
+  const bool easytrieve = line[0] == 'E';
+  std::optional<std::string> held;  // an 'E' line waits to know whether it is the last
   bool first = true;
   for (const DclgenColumn& column : columns->columns) {
     if ((form == 'N' || form == 'T') && column.not_null != 0) continue;
     if (form == 'T' && db2type::is_numeric(column.type_code)) continue;
-    std::string out = line;
-    if (form == '1' && first) blank_first_separator(out);
-    first = false;
     std::optional<HostVariable> own;
-    if (members_ && line[0] == 'C' && !column.name.empty())
-      own = members_->host_variable(*kind, k, column.name);
+    if (members_ && !column.name.empty()) own = members_->host_variable(*kind, k, column.name);
+    // Easytrieve declares its own host fields: only the member's VARCHAR groups count there.
+    const bool varying = own && own->varying();
+    if (easytrieve) own.reset();
+    if (form == 'V' && (easytrieve || !varying)) continue;
     const std::string host = column.name.empty() ? pic_missing_
                              : own               ? own->cobol
                                                  : naming.host_variable(column);
-    replace(out, "<DB2_VAL>", column.name.empty() ? db2_missing_ : column.name);
-    // Every <COBOL_VAL> of the template follows the ":" of an SQL statement.
-    replace(out, "<COBOL_VAL>", own ? own->sql : host);
-    replace(out, "<PIC_VAL>", column.cobol_picture.empty() ? pic_missing_ : column.cobol_picture);
-    if (out.find("<EZT_VAL>") != std::string::npos)
-      replace(out, "<EZT_VAL>", easytrieve_field(column));
-    auto indicator = [&] {
-      return null_name(*kind, k, selection, two_digits(column.null_indicator));
-    };
-    if (out.find("<IND_VAL>") != std::string::npos)
-      replace(out, "<IND_VAL>", column.not_null != 0 ? "" : ":" + indicator());
-    if (form == 'N' || form == 'T') {
-      replace(out, "WRK-NULL-ALL", indicator());
+    const bool numeric = db2type::is_numeric(column.type_code);
+    for (const std::string& each : lines) {
+      std::string out = each;
+      if ((form == '1' || form == 'E') && first) blank_first_separator(out);
+      replace(out, "<DB2_VAL>", column.name.empty() ? db2_missing_ : column.name);
+      // Every <COBOL_VAL> of the template follows the ":" of an SQL statement.
+      replace(out, "<COBOL_VAL>", own ? own->sql : host);
+      replace(out, "<PIC_VAL>", column.cobol_picture.empty() ? pic_missing_ : column.cobol_picture);
+      if (out.find("<EZT_VAL>") != std::string::npos)
+        replace(out, "<EZT_VAL>", easytrieve_field(column, varying));
+      auto indicator = [&] {
+        return null_name(*kind, k, selection, two_digits(column.null_indicator));
+      };
+      if (out.find("<IND_VAL>") != std::string::npos)
+        replace(out, "<IND_VAL>", column.not_null != 0 ? "" : ":" + indicator());
+      if (out.find("WRK-NULL-ALL") != std::string::npos) replace(out, "WRK-NULL-ALL", indicator());
+      // CAMPO-ALL is the field as COBOL names it; CAMPO-TXT and CAMPO-LEN a VARCHAR's text
+      // and length items (the field itself where it is elementary).
       replace(out, "CAMPO-ALL", host);
-      if (!db2type::is_numeric(column.type_code)) replace(out, "ZEROES", "SPACES");
+      replace(out, "CAMPO-TXT", own && own->varying() ? own->text : host);
+      if (own && own->varying()) replace(out, "CAMPO-LEN", own->length);
+      replace(out, "<NULL_VAL>",
+              easytrieve ? (numeric ? "0" : "' '") : (numeric ? "ZEROES" : "SPACES"));
+      if ((form == 'N' || form == 'T') && !numeric) replace(out, "ZEROES", "SPACES");
+      if (form == 'E') {
+        if (held) emit(std::move(*held));
+        held = std::move(out);
+        continue;
+      }
+      emit(std::move(out));
     }
-    emit(std::move(out));
+    first = false;
+  }
+  if (held) {
+    // The last item of a list that ends its statement: no continuation after it.
+    std::string& last = *held;
+    while (!last.empty() && last.back() == ' ') last.pop_back();
+    if (!last.empty() && last.back() == '+') last.pop_back();
+    while (!last.empty() && last.back() == ' ') last.pop_back();
+    emit(std::move(last));
   }
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <vector>
 
 #include "engine/column_file.h"
 #include "engine/program_members.h"
@@ -17,7 +18,8 @@ bool is_db2_line(const std::string& line);
 
 /// Length and type of the Easytrieve host field for a column, length right-aligned in three
 /// places: " 40 A", "  6 P 2", "  4 B 0". A length the type cannot give is taken as 10.
-std::string easytrieve_field(const DclgenColumn& column);
+/// `varying`: the member's field is a VARCHAR group, which the column's type may not say.
+std::string easytrieve_field(const DclgenColumn& column, bool varying = false);
 
 /// Expands DB2 template lines into one line per selected column. The column files are read
 /// once, the first time an access is asked for.
@@ -32,6 +34,10 @@ class Db2Expansion {
   /// `emit`. "<IND_VAL>" becomes ":" + the indicator of a nullable column, nothing for a NOT
   /// NULL one. A line with no selection behind it becomes one comment line to complete.
   void expand(const std::string& line, int k, const std::function<void(std::string)>& emit);
+  /// As expand, for a line and the lines that continue it ("&" in column 6): all of them
+  /// are written for one column before the next column's.
+  void expand_group(const std::vector<std::string>& lines, int k,
+                    const std::function<void(std::string)>& emit);
 
   /// What becomes of a line of access `k` whose column 6 names the selections its SQL
   /// statement needs: Q the QUERY columns, W the WHERE columns, B both; without them the

@@ -151,7 +151,7 @@ GenerationResult run_generation(const GenerationJob& job) {
     Scrivi_log(warning, kNoNumber, LogKind::kWarning);
     result.warnings.push_back(warning);
   }
-  Db2Expansion db2(def.cobol() ? &members : nullptr);
+  Db2Expansion db2(&members);
   second.set(3);
   const CustomCode custom = CustomCode::load();
   second.set(4);

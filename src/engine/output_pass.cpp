@@ -75,6 +75,21 @@ class Walker {
     block_.members.push_back(index);
   }
 
+  // A match program's first output takes the details with their master, the others the
+  // details without one: column 6 "1" keeps a line to the first copy of its block there,
+  // "2" to the copies after the first, and only there.
+  static bool continues(std::string_view raw) {
+    return raw.size() > 5 && raw[5] == '&' && is_db2_line(std::string(raw.substr(0, 4)));
+  }
+
+  bool copy_wanted(std::string_view raw, int k) const {
+    const char copy = raw.size() > 5 ? raw[5] : ' ';
+    const bool match = pass_.def.kind == ProgramDefinition::kMatch;
+    if (copy == '1') return !match || k == 1;
+    if (copy == '2') return match && k > 1;
+    return true;
+  }
+
   void flush() {
     if (block_.count == 0) return;
     Block block = std::move(block_);
@@ -83,8 +98,9 @@ class Walker {
     auto emit = [this](std::string text) { pass_.writer.scrivi_riga_output(std::move(text)); };
     for (int k = 1; k <= block.count; ++k) {
       const std::string occurrence = std::to_string(k + offset);
-      for (std::size_t index : block.members) {
-        const std::string_view raw = lines_[index];
+      for (std::size_t at = 0; at < block.members.size(); ++at) {
+        const std::string_view raw = lines_[block.members[at]];
+        if (!copy_wanted(raw, k)) continue;
         if (auto inserted = pass_.custom.tag_lines(raw, pass_.def)) {
           const std::string prefix = prefix_of(raw);
           for (const std::string& text : **inserted) {
@@ -96,19 +112,27 @@ class Walker {
         }
         std::string out(raw);
         number(out, occurrence);
+        // The lines that continue a DB2 column line go with it, column by column.
+        std::vector<std::string> group;
+        if (is_db2_line(out))
+          while (at + 1 < block.members.size() && continues(lines_[block.members[at + 1]])) {
+            group.emplace_back(lines_[block.members[++at]]);
+            number(group.back(), occurrence);
+          }
         const Db2Expansion::LineFate fate = pass_.db2.statement_line(out, k);
         if (fate == Db2Expansion::LineFate::kDrop) continue;
+        if (is_db2_line(out)) group.insert(group.begin(), std::move(out));
         if (fate == Db2Expansion::LineFate::kComment) {
           auto commented = [&emit](std::string text) {
             Db2Expansion::comment_out(text);
             emit(std::move(text));
           };
-          if (is_db2_line(out))
-            pass_.db2.expand(out, k, commented);
+          if (!group.empty())
+            pass_.db2.expand_group(group, k, commented);
           else
             commented(std::move(out));
-        } else if (is_db2_line(out)) {
-          pass_.db2.expand(out, k, emit);
+        } else if (!group.empty()) {
+          pass_.db2.expand_group(group, k, emit);
         } else {
           pass_.writer.scrivi_riga_output(std::move(out));
         }

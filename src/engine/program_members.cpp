@@ -28,13 +28,16 @@ ProgramMembers ProgramMembers::load(const ProgramDefinition& def) {
     }
   }
   // A field name two members define is ambiguous wherever it stands unqualified.
+  auto own = [&](const std::string& name, const std::string& include) {
+    std::vector<std::string>& owners = members.owners_[name];
+    if (std::find(owners.begin(), owners.end(), include) == owners.end()) owners.push_back(include);
+  };
   for (const auto& [include, member] : members.members_)
-    if (member)
-      for (const std::string& field : member->fields) {
-        std::vector<std::string>& owners = members.owners_[field];
-        if (std::find(owners.begin(), owners.end(), include) == owners.end())
-          owners.push_back(include);
-      }
+    if (member) {
+      for (const std::string& field : member->fields) own(field, include);
+      for (const std::vector<std::string>& parts : member->parts)
+        for (const std::string& part : parts) own(part, include);
+    }
   return members;
 }
 
@@ -52,6 +55,7 @@ void ProgramMembers::add_access(AccessKind kind, int k, const std::string& inclu
       member.structure = parser.structure();
       for (const DclgenColumn& column : parser.columns()) member.columns.push_back(column.name);
       member.fields = parser.fields();
+      member.parts = parser.field_parts();
       at->second = std::move(member);
     } else {
       warnings_.push_back(bilingual(
@@ -76,11 +80,21 @@ std::optional<HostVariable> ProgramMembers::host_variable(AccessKind kind, int k
   auto column = std::find(member->columns.begin(), member->columns.end(), name);
   const auto position = static_cast<std::size_t>(column - member->columns.begin());
   if (column == member->columns.end() || position >= member->fields.size()) return std::nullopt;
+  auto shared = [&](const std::string& name) {
+    auto owners = owners_.find(name);
+    return owners != owners_.end() && owners->second.size() > 1 && !member->structure.empty();
+  };
+  auto cobol = [&](const std::string& name) {
+    return shared(name) ? name + " OF " + member->structure : name;
+  };
   const std::string& field = member->fields[position];
-  auto owners = owners_.find(field);
-  if (owners == owners_.end() || owners->second.size() < 2 || member->structure.empty())
-    return HostVariable{field, field};
-  return HostVariable{member->structure + "." + field, field + " OF " + member->structure};
+  HostVariable host{shared(field) ? member->structure + "." + field : field, cobol(field), "", ""};
+  // DCLGEN writes a VARCHAR as a group of its length and its text.
+  if (position < member->parts.size() && member->parts[position].size() == 2) {
+    host.length = cobol(member->parts[position][0]);
+    host.text = cobol(member->parts[position][1]);
+  }
+  return host;
 }
 
 }  // namespace quorva

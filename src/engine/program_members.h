@@ -15,6 +15,11 @@ namespace quorva {
 struct HostVariable {
   std::string sql;    ///< after the ":" of an SQL statement: FIELD or DCLTABLE.FIELD
   std::string cobol;  ///< in a COBOL statement: FIELD or FIELD OF DCLTABLE
+  /// A varying column's (VARCHAR) length and text items, in the COBOL form; empty for a
+  /// column whose field is elementary.
+  std::string length;
+  std::string text;
+  bool varying() const { return !text.empty(); }
 };
 
 /// The DCLGEN members a program's DB2 accesses include (INCLU- keys of temp/key2value.dat,
@@ -37,8 +42,9 @@ class ProgramMembers {
  private:
   struct Member {
     std::string structure;
-    std::vector<std::string> columns;  // SQL names, in declaration order
-    std::vector<std::string> fields;   // host variables, same order
+    std::vector<std::string> columns;             // SQL names, in declaration order
+    std::vector<std::string> fields;              // host variables, same order
+    std::vector<std::vector<std::string>> parts;  // items under each field, same order
   };
   void add_access(AccessKind kind, int k, const std::string& include, const std::string& table);
 

@@ -257,6 +257,19 @@ TEST_F(TemplateRunTest, MatchProgramProcessesTheMatchingDetails) {
   EXPECT_EQ(displayed_count(run.output, "MASTERS WITHOUT DETAIL"), 2) << run.output;
   EXPECT_EQ(displayed_count(run.output, "DETAILS WITHOUT MASTER"), 1) << run.output;
 
+  // With more outputs, the first takes the details with their master (through the buffer
+  // too), the others the details without one.
+  run = build_and_run({.kind = 2, .thru = true, .buffering = true, .filein = 2, .fileout = 3},
+                      {{"UIN1", "master.dat"},
+                       {"UIN2", "detail.dat"},
+                       {"UOUT1", "out.dat"},
+                       {"UOUT2", "alone2.dat"},
+                       {"UOUT3", "alone3.dat"}});
+  ASSERT_EQ(run.status, 0) << run.output;
+  EXPECT_EQ(read_text("out.dat"), matched);
+  EXPECT_EQ(read_text("alone2.dat"), record("D", "DETAIL D1"));
+  EXPECT_EQ(read_text("alone3.dat"), record("D", "DETAIL D1"));
+
   // An unsorted master stops the run.
   write_text("master.dat", record("B", "MASTER B") + record("A", "MASTER A"));
   run =
@@ -475,7 +488,9 @@ TEST_F(HostVariablesTest, CheckCatchesUndefinedAndAmbiguousHostVariables) {
 }
 
 // UPDATE and INSERT can write NULL: each nullable column carries its own indicator, and a
-// blank one that is not a number is written as NULL (a number is compared to nothing).
+// blank one that is not a number is written as NULL (a number is compared to nothing). A
+// VARCHAR is tested through its text, not its group (which holds the binary length), and
+// goes with the length of its text less trailing blanks.
 TEST_F(HostVariablesTest, UpdateAndInsertCarryNullIndicators) {
   const std::string program = collapse_blanks(generate());
   for (const char* expected :
@@ -483,23 +498,33 @@ TEST_F(HostVariablesTest, UpdateAndInsertCarryNullIndicators) {
         "IF BR-SECTION = SPACES MOVE -1 TO WRK-NULL-U1Q-01 END-IF",
         "END-EXEC INITIALIZE WRK-IND-U1", ", :AMOUNT :WRK-NULL-I1Q-01 , :TXN-TEXT :WRK-NULL-I1Q-02",
         ", :DCLACCTHIST.LAST-UPD-TS :WRK-NULL-I1Q-03 )", "05 WRK-NULL-I1Q-03 PIC S9(4) COMP",
-        "IF TXN-TEXT = SPACES MOVE -1 TO WRK-NULL-I1Q-02 END-IF",
+        "IF TXN-TEXT-TEXT = SPACES MOVE -1 TO WRK-NULL-I1Q-02 END-IF",
+        "MOVE ZERO TO TXN-TEXT-LEN INSPECT FUNCTION REVERSE(TXN-TEXT-TEXT) TALLYING TXN-TEXT-LEN "
+        "FOR LEADING SPACE COMPUTE TXN-TEXT-LEN = LENGTH OF TXN-TEXT-TEXT - TXN-TEXT-LEN EXEC SQL",
         "IF LAST-UPD-TS OF DCLACCTHIST = SPACES MOVE -1 TO WRK-NULL-I1Q-03 END-IF"})
     EXPECT_NE(program.find(expected), std::string::npos) << expected;
-  for (const char* never : {"IF AMOUNT = SPACES", ":BR-STATUS :WRK-NULL", "= :BRANCH-ID :WRK"})
+  for (const char* never : {"IF AMOUNT = SPACES", ":BR-STATUS :WRK-NULL", "= :BRANCH-ID :WRK",
+                            "IF TXN-TEXT = SPACES", "TO AMOUNT-LEN"})
     EXPECT_EQ(program.find(never), std::string::npos) << never;
 }
 
-// An Easytrieve INTO list binds an indicator to each nullable column: no -305 on a NULL.
-TEST_F(HostVariablesTest, EasytrieveIntoListsCarryNullIndicators) {
+// Easytrieve binds an indicator to each nullable column in every list (no -305 on a NULL
+// read, a blank field written as NULL), resets a field read as NULL, and declares a VARCHAR
+// VARYING, which the member's CHAR type code does not tell.
+TEST_F(HostVariablesTest, EasytrieveListsCarryNullIndicators) {
   expect_steps(&home_, {{"program set language=easytrieve", 0, ""},
                         {"db2 select 1 --cursor CSRACC", 0, ""},
                         {"db2 select 2 --cursor CSRBRA", 0, ""}});
   const std::string program = collapse_blanks(generate());
   for (const char* expected :
-       {"WRK-NULL-S1Q-01 W 2 B 0", ":WRK-NULL-S1Q-01 + , :WRK-READ-TS", "WRK-NULL-F1Q-03 W 2 B 0",
-        ":TXN-TEXT :WRK-NULL-F1Q-02 + , :LAST-UPD-TS :WRK-NULL-F1Q-03 + , :WRK-READ-TS"})
+       {"WRK-NULL-S1Q-01 W 2 B 0", "WRK-NULL-F1Q-03 W 2 B 0", "TXN-TEXT W 82 A VARYING",
+        ":TXN-TEXT :WRK-NULL-F1Q-02 + , :LAST-UPD-TS :WRK-NULL-F1Q-03 IF SQLCODE NE 0",
+        "IF SQLCODE EQ 0 AND WRK-NULL-F1Q-02 LT 0 TXN-TEXT = ' ' END-IF",
+        "IF TXN-TEXT EQ ' ' WRK-NULL-I1Q-02 = -1 END-IF",
+        ", SECTION = :SECTION1 :WRK-NULL-U1Q-01 +", ", :TXN-TEXT :WRK-NULL-I1Q-02 +"})
     EXPECT_NE(program.find(expected), std::string::npos) << expected;
+  // The cursors stand in the library section, before the activity that opens them.
+  EXPECT_LT(program.find("SQL DECLARE CSRHIST CURSOR"), program.find("JOB INPUT"));
 }
 
 // What the bind or the precompiler would refuse is said when the program is generated.

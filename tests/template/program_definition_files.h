@@ -26,6 +26,9 @@ struct MatrixDefinition {
   int filein = 0, fileout = 0, excel = 0, report = 0, params = 0;
   std::array<int, 5> accesses{};  // S F U I D
   int columns = 0;  // column selections of every access: 0 none, 1 QUERY and WHERE, 2 QUERY
+  // Every member also declares LAST_UPD_TS, a nullable TIMESTAMP whose field LAST-UPD-TS all
+  // members share, and every QUERY selection reads it.
+  bool shared = false;
 };
 
 inline constexpr char kAccessLetters[] = "SFUID";
@@ -40,14 +43,17 @@ inline std::string access_table(int kind, int k) {
 }
 
 /// A DCLGEN member for one access: its own table and host variables prefixed by kind
-/// letter and number, so that every access of a program can include its own member.
-inline std::string access_member(int kind, int k) {
-  std::string text = R"(      * DCLGEN TABLE(QVOWN.@)
+/// letter and number, so that every access of a program can include its own member; with
+/// `shared`, one more column whose field name every such member declares.
+inline std::string access_member(int kind, int k, bool shared = false) {
+  std::string text = std::string(R"(      * DCLGEN TABLE(QVOWN.@)
            EXEC SQL DECLARE QVOWN.@ TABLE
            ( ITEM_ID                        CHAR(10) NOT NULL,
              ITEM_DESC                      VARCHAR(30),
              AMOUNT                         DECIMAL(9, 2),
-             QTY                            INTEGER NOT NULL
+             QTY                            INTEGER NOT NULL)") +
+                     (shared ? ",\n             LAST_UPD_TS                    TIMESTAMP" : "") +
+                     R"(
            ) END-EXEC.
        01  DCL@.
            10 $ITEM-ID           PIC X(10).
@@ -56,7 +62,7 @@ inline std::string access_member(int kind, int k) {
               49 $ITEM-DESC-TEXT PIC X(30).
            10 $AMOUNT            PIC S9(7)V9(2) USAGE COMP-3.
            10 $QTY               PIC S9(9) USAGE COMP.
-)";
+)" + (shared ? "           10 LAST-UPD-TS        PIC X(26).\n" : "");
   const std::string prefix = kAccessLetters[kind] + std::to_string(k) + "-";
   for (size_t at; (at = text.find_first_of("@$")) != std::string::npos;)
     text.replace(at, 1, text[at] == '@' ? access_table(kind, k) : prefix);
@@ -65,17 +71,18 @@ inline std::string access_member(int kind, int k) {
 
 /// Column-file blocks of one access: QUERY columns (not for DELETE) and, with `where`, the
 /// key as WHERE column (not for INSERT), named with the member's prefix.
-inline std::string access_column_blocks(int kind, int k, bool where = true) {
+inline std::string access_column_blocks(int kind, int k, bool where = true, bool shared = false) {
   const std::string master = kAccessWords[kind] + std::to_string(k);
-  auto block = [&](const std::string& part, const char* columns) {
+  auto block = [&](const std::string& part, const std::string& columns) {
     return "[" + master + part + "]\n<" + access_table(kind, k) + ">\n<" + kAccessLetters[kind] +
            std::to_string(k) + "-|NAME>\n" + columns + "[/" + master + part + "]\n";
   };
-  return (kind == 4 ? ""
-                    : block("-QUERY",
-                            "ITEM_DESC  11  (30)  X(30).  0  1  1\n"
-                            "AMOUNT  0  (9,2)  S9(7)V9(2)_COMP-3.  0  2  2\n"
-                            "QTY  1  NULL  S9(9)_COMP.  1  3  0\n")) +
+  return (kind == 4
+              ? ""
+              : block("-QUERY", std::string("ITEM_DESC  11  (30)  X(30).  0  1  1\n"
+                                            "AMOUNT  0  (9,2)  S9(7)V9(2)_COMP-3.  0  2  2\n"
+                                            "QTY  1  NULL  S9(9)_COMP.  1  3  0\n") +
+                                    (shared ? "LAST_UPD_TS  22  NULL  X(26).  0  4  3\n" : ""))) +
          (kind == 3 || !where ? "" : block("-WHERE", "ITEM_ID  10  (10)  X(10).  1  0  0\n"));
 }
 
@@ -124,7 +131,8 @@ inline std::string write_definition(const std::filesystem::path& folder,
                "\nLEV01-" + row + "=DCL" + table + "\nDESCDB2-" + row + "=ACCESS TO " + table +
                "\n";
       if (kind <= 1) pairs += "CURS-" + row + "=CSR" + row + "\n";
-      if (d.columns) blocks[kind] += access_column_blocks(kind, k, d.columns == 1);
+      if (d.columns) blocks[kind] += access_column_blocks(kind, k, d.columns == 1, d.shared);
+      write_text(folder / "programs" / (table + ".DCL"), access_member(kind, k, d.shared));
     }
   }
   write_text(folder / "temp/key2value.dat", pairs);
@@ -133,7 +141,8 @@ inline std::string write_definition(const std::filesystem::path& folder,
     if (!blocks[kind].empty()) write_text(folder / kColumnFiles[kind], blocks[kind]);
   }
   static const char* kColumns[] = {"", " columns", " query columns"};
-  std::string what = parbase + "excel=" + std::to_string(d.excel) + kColumns[d.columns];
+  std::string what = parbase + "excel=" + std::to_string(d.excel) + kColumns[d.columns] +
+                     (d.shared ? " shared" : "");
   for (char& c : what) c = c == '\n' ? ' ' : c;
   return what;
 }
@@ -141,12 +150,13 @@ inline std::string write_definition(const std::filesystem::path& folder,
 /// Covering matrix: every pair of values of any two choices appears in some definition
 /// (greedy, fixed seed), then filled up with further random definitions to `minimum`.
 inline std::vector<MatrixDefinition> covering_matrix(size_t minimum) {
-  // language, kind, 8 switches, in, out, excel, report, S F U I D, parameters, columns.
+  // language, kind, 8 switches, in, out, excel, report, S F U I D, parameters, columns,
+  // shared field.
   const std::vector<std::vector<int>> domains = {
       {0, 1},       {0, 1, 2},    {0, 1},       {0, 1},       {0, 1},       {0, 1},
       {0, 1},       {0, 1},       {0, 1},       {0, 1},       {0, 1, 2, 9}, {0, 1, 2, 9},
       {0, 1, 2},    {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2, 9},
-      {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2}};
+      {0, 1, 2, 9}, {0, 1, 2, 9}, {0, 1, 2},    {0, 1}};
   std::mt19937 random(20261121);
   // Random values made legal the way the panels would: routines and THRU are COBOL, reports
   // Easytrieve, a match reads two files, Excel outputs are among the outputs (v[0] 1 is
@@ -193,6 +203,7 @@ inline std::vector<MatrixDefinition> covering_matrix(size_t minimum) {
                        v[10],     v[11],     v[12],     v[13],     v[19]};
     for (int i = 0; i < 5; ++i) d.accesses[i] = v[14 + i];
     d.columns = v[20];
+    d.shared = v[21] == 1;
     matrix.push_back(d);
   }
   return matrix;

@@ -40,7 +40,7 @@ TEST(TemplateMatrixTest, EveryDefinitionGivesACleanProgram) {
   if (cluster.available()) {
     std::string tables;
     for (int kind = 0; kind < 5; ++kind)
-      for (int k = 1; k <= 9; ++k) tables += create_table_sql(access_member(kind, k)).value();
+      for (int k = 1; k <= 9; ++k) tables += create_table_sql(access_member(kind, k, true)).value();
     ASSERT_EQ(cluster.run_sql(tables), "");
     // A statement PostgreSQL refuses must be seen as refused.
     ASSERT_NE(cluster.run_sql("PREPARE q AS SELECT NO_SUCH FROM QVOWN.TABS1;"), "");
@@ -81,14 +81,17 @@ TEST(TemplateMatrixTest, EveryDefinitionGivesACleanProgram) {
 }
 
 TEST(TemplateMatrixTest, MatrixCoversEveryChoice) {
-  bool easytrieve_match = false, cobol_match = false, routine = false, nine_excel_out = false;
+  bool easytrieve_match = false, cobol_match = false, routine = false, nine_excel_out = false,
+       shared_in_two = false;
   for (const MatrixDefinition& d : covering_matrix(300)) {
     easytrieve_match |= !d.cobol && d.kind == 2;
     cobol_match |= d.cobol && d.kind == 2;
     routine |= d.kind == 1;
     nine_excel_out |= d.fileout == 9 && d.excel == 2;
+    shared_in_two |= d.cobol && d.shared && d.columns &&
+                     std::accumulate(d.accesses.begin(), d.accesses.end(), 0) >= 2;
   }
-  EXPECT_TRUE(easytrieve_match && cobol_match && routine && nine_excel_out);
+  EXPECT_TRUE(easytrieve_match && cobol_match && routine && nine_excel_out && shared_in_two);
 }
 
 // The usual read-then-update of one table: three accesses name one DCLGEN member and share

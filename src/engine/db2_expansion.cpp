@@ -181,7 +181,8 @@ void Db2Expansion::expand_group(const std::vector<std::string>& lines, int k,
                                 const std::function<void(std::string)>& emit) {
   const std::string& line = lines.front();
   const char form = line.size() > 4 ? line[4] : ' ';
-  if (form != '1' && form != 'A' && form != 'N' && form != 'T' && form != 'V' && form != 'E') {
+  if (form != '1' && form != 'A' && form != 'N' && form != 'T' && form != 'V' && form != 'E' &&
+      form != 't' && form != 'v') {
     Scrivi_log("Flag 5 non riconosciuto :" + line, kNoNumber, LogKind::kError);
     return;
   }
@@ -206,6 +207,20 @@ void Db2Expansion::expand_group(const std::vector<std::string>& lines, int k,
       fit_comment(comment);
       emit(std::move(comment));
     }
+    return;
+  }
+  if (form == 't' || form == 'v') {
+    // Written once, and only when some column is nullable (t) or a VARCHAR group (v): the
+    // comment that explains the lines those columns take.
+    bool any = false;
+    for (const DclgenColumn& column : columns->columns) {
+      if (form == 't')
+        any |= column.not_null == 0;
+      else if (members_ && line[0] == 'C' && !column.name.empty())
+        if (auto own = members_->host_variable(*kind, k, column.name)) any |= own->varying();
+    }
+    if (any)
+      for (const std::string& each : lines) emit(each);
     return;
   }
   const HostNaming naming = parse_host_naming(columns->access_text);

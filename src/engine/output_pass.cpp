@@ -63,6 +63,15 @@ class Walker {
     }
     if (block_.count > 0 && code != block_.code) flush();
     const FlagEntry* entry = pass_.flags.find(code);
+    if (negated(raw)) {
+      // "!" in column 5: the line stands for what a program of its language does without
+      // that choice.
+      const std::string language = code.substr(0, code[0] == 'J' ? 2 : 1) + "  ";
+      if (!entry && pass_.flags.find(language.substr(0, 3)) &&
+          !filtered_out(position4(raw), pass_.def))
+        pass_.writer.scrivi_riga_output(raw);
+      return;
+    }
     if (!entry || filtered_out(position4(raw), pass_.def)) return;
     if (entry->count == 0) {
       pass_.writer.scrivi_riga_output(raw);
@@ -78,6 +87,10 @@ class Walker {
   // A match program's first output takes the details with their master, the others the
   // details without one: column 6 "1" keeps a line to the first copy of its block there,
   // "2" to the copies after the first, and only there.
+  static bool negated(std::string_view raw) {
+    return raw.size() > 4 && raw[4] == '!' && !is_db2_line(std::string(raw.substr(0, 4)));
+  }
+
   static bool continues(std::string_view raw) {
     return raw.size() > 5 && raw[5] == '&' && is_db2_line(std::string(raw.substr(0, 4)));
   }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/flag_table.h"
+#include "tagfile/disk.h"
 
 namespace quorva {
 
@@ -22,6 +23,12 @@ LineWriter::LineWriter(const ProgramDefinition& def, const ConversionList& conve
       conversions_(conversions),
       break_point_(def.cobol() ? cobol_break : easytrieve_break),
       continuation_(def.cobol() ? ' ' : '+') {}
+
+void LineWriter::reserve(std::size_t bytes) {
+  text_.reserve(bytes);
+  // Backed at once: faulting half a megabyte in page by page cost more than filling it.
+  prefault(text_.data(), bytes);
+}
 
 void LineWriter::scrivi_riga_output(std::string_view text) {
   if (text.size() >= 4 && filtered_out(text[3], def_)) return;

@@ -34,7 +34,7 @@ class LineWriter {
   void scrivi_riga_output(std::string_view text);
 
   /// Room for a program of about `bytes`, so the text is not moved as it grows.
-  void reserve(std::size_t bytes) { text_.reserve(bytes); }
+  void reserve(std::size_t bytes);
   const std::string& text() const { return text_; }
   /// The JCL lines alone (template lines flagged "J"), as they stand in text().
   const std::string& jcl_text() const { return jcl_text_; }

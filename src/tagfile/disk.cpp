@@ -9,6 +9,20 @@ std::atomic<Disk*> current{nullptr};
 
 }  // namespace
 
+FileRead Disk::read_head(const std::string& path, std::size_t bytes) {
+  FileRead read = this->read(path);
+  if (read.text.size() > bytes) read.text.resize(bytes);
+  return read;
+}
+
+FileBytes Disk::read_bytes(const std::string& path) {
+  FileRead read = this->read(path);
+  FileBytes bytes{read.status, nullptr, read.text.size(), std::move(read.error)};
+  auto owner = std::make_shared<const std::string>(std::move(read.text));
+  bytes.data = std::shared_ptr<const char[]>(owner, owner->data());
+  return bytes;
+}
+
 Disk& disk() {
   Disk* installed = current.load(std::memory_order_acquire);
   return installed ? *installed : real_disk();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -12,6 +14,16 @@ struct FileRead {
   Status status = kMissing;
   std::string text;   ///< the bytes, when read
   std::string error;  ///< the platform's reason, when missing or failed
+};
+
+/// A whole file read into a buffer that views into it share (a template of many thousand
+/// lines is split into views, not copied line by line).
+struct FileBytes {
+  FileRead::Status status = FileRead::kMissing;
+  std::shared_ptr<const char[]> data;
+  std::size_t size = 0;
+  std::string error;  ///< the platform's reason, when missing or failed
+  std::string_view text() const { return {data.get(), size}; }
 };
 
 /// How replacing a file failed: its temporary could not be made (the folder is missing or
@@ -30,6 +42,11 @@ class Disk {
   virtual ~Disk() = default;
 
   virtual FileRead read(const std::string& path) = 0;
+  /// The file's first `bytes` at most, the whole file when shorter: a header's look-up
+  /// needs no more. By default read() cut short.
+  virtual FileRead read_head(const std::string& path, std::size_t bytes);
+  /// read() into a shared buffer. By default read()'s text, shared.
+  virtual FileBytes read_bytes(const std::string& path);
   /// Replaces the file whole: the text is written beside it under a temporary name, flushed
   /// to the disk, then renamed over it, so a reader sees the old file or the new one and a
   /// failure leaves the old one as it was. An existing file keeps its permissions.
@@ -44,6 +61,10 @@ class Disk {
 Disk& disk();
 /// The platform's disk.
 Disk& real_disk();
+
+/// Asks the system to back [begin, begin + bytes) with memory now, in one call, rather than
+/// one page fault at a time as a large buffer is first written; a hint only.
+void prefault(void* begin, std::size_t bytes);
 
 /// Installs `replacement` for the life of this object.
 class ScopedDisk {

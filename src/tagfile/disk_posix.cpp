@@ -1,10 +1,13 @@
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
+#include <memory>
 
 #include "tagfile/disk.h"
 
@@ -41,23 +44,46 @@ std::string temporary_name(const std::string& path) {
          std::to_string(counter.fetch_add(1));
 }
 
+// Reads into buffer[0, size) until the end or the buffer is full; the bytes read, -1 on
+// an error (errno tells).
+ssize_t read_up_to(int fd, char* buffer, std::size_t size) {
+  std::size_t filled = 0;
+  while (filled < size) {
+    ssize_t n = ::read(fd, buffer + filled, size - filled);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) return -1;
+    if (n == 0) break;
+    filled += static_cast<std::size_t>(n);
+  }
+  return static_cast<ssize_t>(filled);
+}
+
+// Opens a file for reading, refusing a folder; -1 with `status` and `error` set otherwise.
+template <typename Result>
+int open_for_reading(const std::string& path, Result& result, struct stat& st) {
+  int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) {
+    result.status = errno == ENOENT || errno == ENOTDIR ? FileRead::kMissing : FileRead::kFailed;
+    result.error = reason();
+    return -1;
+  }
+  if (::fstat(fd, &st) != 0) st = {};
+  if (S_ISDIR(st.st_mode)) {
+    ::close(fd);
+    result.status = FileRead::kFailed;
+    result.error = std::strerror(EISDIR);
+    return -1;
+  }
+  return fd;
+}
+
 class PosixDisk : public Disk {
  public:
   FileRead read(const std::string& path) override {
     FileRead result;
-    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-      result.status = errno == ENOENT || errno == ENOTDIR ? FileRead::kMissing : FileRead::kFailed;
-      result.error = reason();
-      return result;
-    }
     struct stat st {};
-    if (::fstat(fd, &st) == 0 && S_ISDIR(st.st_mode)) {
-      ::close(fd);
-      result.status = FileRead::kFailed;
-      result.error = std::strerror(EISDIR);
-      return result;
-    }
+    const int fd = open_for_reading(path, result, st);
+    if (fd < 0) return result;
     // Read straight into the text, one byte more than the size so the end is seen in
     // the same call; a file that grew meanwhile is read on in larger steps.
     std::size_t filled = 0;
@@ -79,6 +105,52 @@ class PosixDisk : public Disk {
     result.text.resize(filled);
     ::close(fd);
     result.status = FileRead::kRead;
+    return result;
+  }
+
+  FileRead read_head(const std::string& path, std::size_t bytes) override {
+    FileRead result;
+    struct stat st {};
+    const int fd = open_for_reading(path, result, st);
+    if (fd < 0) return result;
+    result.text.resize(bytes);
+    const ssize_t n = read_up_to(fd, result.text.data(), bytes);
+    const int code = errno;
+    ::close(fd);
+    if (n < 0) {
+      result.status = FileRead::kFailed;
+      result.error = std::strerror(code);
+      result.text.clear();
+      return result;
+    }
+    result.text.resize(static_cast<std::size_t>(n));
+    result.status = FileRead::kRead;
+    return result;
+  }
+
+  // The buffer is left unset and backed in one call before the read fills it: for a large
+  // template, zeroing it and faulting its pages in one by one cost more than the read.
+  FileBytes read_bytes(const std::string& path) override {
+    FileBytes result;
+    struct stat st {};
+    const int fd = open_for_reading(path, result, st);
+    if (fd < 0) return result;
+    const std::size_t room = st.st_size > 0 ? static_cast<std::size_t>(st.st_size) + 1 : 0;
+    std::shared_ptr<char[]> buffer = std::make_shared_for_overwrite<char[]>(room);
+    prefault(buffer.get(), room);
+    const ssize_t n = read_up_to(fd, buffer.get(), room);
+    const int code = errno;
+    ::close(fd);
+    if (n < 0) {
+      result.status = FileRead::kFailed;
+      result.error = std::strerror(code);
+      return result;
+    }
+    // Empty as stat said, or grown meanwhile: the plain read sees it to its end.
+    if (static_cast<std::size_t>(n) == room) return Disk::read_bytes(path);
+    result.status = FileRead::kRead;
+    result.data = std::move(buffer);
+    result.size = static_cast<std::size_t>(n);
     return result;
   }
 
@@ -142,6 +214,21 @@ class PosixDisk : public Disk {
 };
 
 }  // namespace
+
+void prefault(void* begin, std::size_t bytes) {
+#ifdef MADV_POPULATE_WRITE
+  static const std::size_t page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  const auto start = reinterpret_cast<std::uintptr_t>(begin);
+  const std::uintptr_t first = (start + page - 1) & ~(page - 1);
+  const std::uintptr_t last = (start + bytes) & ~(page - 1);
+  // Small buffers and older kernels (EINVAL) go on faulting page by page.
+  if (last > first && last - first >= 16 * page)
+    (void)::madvise(reinterpret_cast<void*>(first), last - first, MADV_POPULATE_WRITE);
+#else
+  (void)begin;
+  (void)bytes;
+#endif
+}
 
 Disk& real_disk() {
   static PosixDisk disk;

@@ -184,6 +184,10 @@ std::optional<std::string> Leggi_tag_ita(const std::string& file, bool popup,
   return read_tag(file, popup, tag, Language::kItalianOnly);
 }
 
+int tag_int_value(const std::string& value) {
+  return to_int(value);
+}
+
 int Leggi_tag_int(const std::string& file, bool popup, const std::string& tag) {
   std::optional<std::string> value = Leggi_tag(file, false, tag);
   if (!value) {

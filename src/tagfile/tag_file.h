@@ -27,6 +27,8 @@ std::optional<std::string> Leggi_tag_ita(const std::string& file, bool popup,
                                          const std::string& tag);
 /// "on"/"ON" 1, "off"/"OFF" 0, else the leading decimal digits (none: 0); -1 when missing.
 int Leggi_tag_int(const std::string& file, bool popup, const std::string& tag);
+/// A found value as Leggi_tag_int reads it.
+int tag_int_value(const std::string& value);
 /// True only for "on" and "ON".
 bool Leggi_tag_onoff(const std::string& file, bool popup, const std::string& tag);
 

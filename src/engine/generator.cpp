@@ -1,5 +1,6 @@
 #include "engine/generator.h"
 
+#include <memory>
 #include <string>
 
 #include "engine/conversion_list.h"
@@ -64,7 +65,7 @@ void warn(GenerationResult& result, const std::string& warning) {
 // the program then cannot be written, the previous JCL is put back. A program with no run
 // JCL removes the one an earlier generation left, which would be sent as if current.
 bool write_program_and_jcl(const ProgramDefinition& def, GenerationResult& result,
-                           const std::string& program, const std::string& jcl) {
+                           Replacement& program, const std::string& jcl) {
   const std::string jcl_name = jcl_file_of(result.output_name);
   const std::string shown = def.name + ".jcl";
   const bool run_jcl = def.jcl && def.kind != ProgramDefinition::kRoutine && !jcl.empty();
@@ -74,7 +75,7 @@ bool write_program_and_jcl(const ProgramDefinition& def, GenerationResult& resul
       return open_failed(jcl_name, written.error);
   }
   // Replaced whole: until the rename the previous program stays as it was.
-  if (FileWrite written = disk().replace(result.output_name, program); !written.ok()) {
+  if (FileWrite written = program.commit(); !written.ok()) {
     if (run_jcl) {
       std::string reason;
       if (previous.status == FileRead::kRead)
@@ -104,11 +105,9 @@ bool write_program_and_jcl(const ProgramDefinition& def, GenerationResult& resul
   return true;
 }
 
-// About what the program will take: the code lines with their ends.
-std::size_t template_bytes(const LoadedTemplate& lines) {
-  const std::size_t bytes = lines.text().size();
-  return bytes + bytes / 8;
-}
+// The program goes to its temporary file in pieces of this size as it is made: no buffer
+// as large as the program to back with fresh memory.
+constexpr std::size_t kProgramPiece = 128 * 1024;
 
 }  // namespace
 
@@ -159,14 +158,17 @@ GenerationResult run_generation(const GenerationJob& job) {
   ui().set_status(bilingual("Encoding Engine Enabled\r\n \r\n \r\n",
                             "Motore di Codifica Attivato\r\n \r\n \r\n"));
   LineWriter writer(def, conversions, cobol_break, easytrieve_break);
-  writer.reserve(template_bytes(lines));
+  // Until its commit the program is a temporary file, removed if the run stops.
+  const std::unique_ptr<Replacement> program = disk().begin_replace(result.output_name);
+  writer.stream_to(*program, kProgramPiece);
   OutputPass pass{def, flags, custom, db2, writer};
   Bar third(kBarOutput, static_cast<int>(lines.size()));
   write_program(lines, pass, [&](int n) { third.set(n); });
+  writer.flush();
   if (lines.empty()) third.set(1);
   const Result<int> uses = counter.result();
   if (!uses) return result;
-  if (!write_program_and_jcl(def, result, writer.text(), writer.jcl_text())) return result;
+  if (!write_program_and_jcl(def, result, *program, writer.jcl_text())) return result;
 
   result.status = GenerationResult::kDone;
   result.lines_written = writer.lines_written();

@@ -30,6 +30,18 @@ void LineWriter::reserve(std::size_t bytes) {
   prefault(text_.data(), bytes);
 }
 
+void LineWriter::stream_to(Replacement& out, std::size_t piece) {
+  out_ = &out;
+  piece_ = piece;
+  reserve(piece + piece / 4);
+}
+
+void LineWriter::flush() {
+  if (!out_ || text_.empty()) return;
+  out_->write(text_);
+  text_.clear();
+}
+
 void LineWriter::scrivi_riga_output(std::string_view text) {
   if (text.size() >= 4 && filtered_out(text[3], def_)) return;
   if (text.size() > 5 && text[5] == kNotRoutineFlag && def_.kind == ProgramDefinition::kRoutine)
@@ -55,6 +67,7 @@ void LineWriter::scrivi_riga_output(std::string_view text) {
   if (break_line(break_point_, continuation_, kContinuationIndent, line)) ++lines_written_;
   text_ += line;
   text_ += '\n';
+  if (out_ && text_.size() >= piece_) flush();
   if (jcl) {
     jcl_text_ += line;
     jcl_text_ += '\n';

@@ -7,6 +7,18 @@ namespace {
 
 std::atomic<Disk*> current{nullptr};
 
+class HeldReplacement : public Replacement {
+ public:
+  HeldReplacement(Disk& disk, const std::string& path) : disk_(disk), path_(path) {}
+  void write(std::string_view text) override { text_ += text; }
+  FileWrite commit() override { return disk_.replace(path_, text_); }
+
+ private:
+  Disk& disk_;
+  std::string path_;
+  std::string text_;
+};
+
 }  // namespace
 
 FileRead Disk::read_head(const std::string& path, std::size_t bytes) {
@@ -21,6 +33,10 @@ FileBytes Disk::read_bytes(const std::string& path) {
   auto owner = std::make_shared<const std::string>(std::move(read.text));
   bytes.data = std::shared_ptr<const char[]>(owner, owner->data());
   return bytes;
+}
+
+std::unique_ptr<Replacement> Disk::begin_replace(const std::string& path) {
+  return std::make_unique<HeldReplacement>(*this, path);
 }
 
 Disk& disk() {

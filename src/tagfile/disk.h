@@ -35,6 +35,16 @@ struct FileWrite {
   bool ok() const { return status == kDone; }
 };
 
+/// A file being replaced whole, its text given piece by piece: nothing changes under its
+/// name until commit(), which does what Disk::replace does with the whole text. Dropped
+/// without a commit, it leaves the old file as it was.
+class Replacement {
+ public:
+  virtual ~Replacement() = default;
+  virtual void write(std::string_view text) = 0;
+  virtual FileWrite commit() = 0;
+};
+
 /// The store's side effects on the disk, behind one small interface so that a test can put
 /// a disk that fills up or refuses writes in place of the real one.
 class Disk {
@@ -51,6 +61,9 @@ class Disk {
   /// to the disk, then renamed over it, so a reader sees the old file or the new one and a
   /// failure leaves the old one as it was. An existing file keeps its permissions.
   virtual FileWrite replace(const std::string& path, std::string_view text) = 0;
+  /// replace() for a text made as it is written, so that a long one need not be held
+  /// whole. By default the pieces are kept and given to replace() by commit().
+  virtual std::unique_ptr<Replacement> begin_replace(const std::string& path);
   /// Appends to the file, creating it; for logs only, which need no atomicity.
   virtual bool append(const std::string& path, std::string_view text, std::string& error) = 0;
   virtual bool remove(const std::string& path, std::string& error) = 0;

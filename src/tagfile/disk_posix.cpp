@@ -58,6 +58,77 @@ ssize_t read_up_to(int fd, char* buffer, std::size_t size) {
   return static_cast<ssize_t>(filled);
 }
 
+class PosixReplacement : public Replacement {
+ public:
+  explicit PosixReplacement(const std::string& path) : path_(path) {
+    if (path.empty()) {
+      refuse(ENOENT);
+      return;
+    }
+    struct stat old {};
+    const bool existed = ::stat(path.c_str(), &old) == 0;
+    if (existed && S_ISDIR(old.st_mode)) {
+      refuse(EISDIR);
+      return;
+    }
+    // A rename would replace a read-only file that an open for writing refuses: a file
+    // marked read-only stays so, even for root, who is refused nothing else.
+    if (existed && ((old.st_mode & 0222) == 0 || ::access(path.c_str(), W_OK) != 0)) {
+      refuse(EACCES);
+      return;
+    }
+    temporary_ = temporary_name(path);
+    fd_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (fd_ < 0) {
+      refuse(errno);
+      temporary_.clear();
+      return;
+    }
+    if (existed && ::fchmod(fd_, old.st_mode & 07777) != 0) code_ = errno;
+  }
+
+  ~PosixReplacement() override {
+    if (fd_ >= 0) ::close(fd_);
+    if (!temporary_.empty()) ::unlink(temporary_.c_str());
+  }
+
+  PosixReplacement(const PosixReplacement&) = delete;
+  PosixReplacement& operator=(const PosixReplacement&) = delete;
+
+  void write(std::string_view text) override {
+    if (fd_ < 0 || code_ != 0) return;
+    if (!write_all(fd_, text)) code_ = errno;
+  }
+
+  FileWrite commit() override {
+    FileWrite result;
+    if (fd_ < 0) {
+      result.status = FileWrite::kOpenFailed;
+      result.error = std::strerror(code_);
+      return result;
+    }
+    if (code_ == 0 && ::fdatasync(fd_) != 0) code_ = errno;
+    if (::close(fd_) != 0 && code_ == 0) code_ = errno;
+    fd_ = -1;
+    if (code_ == 0 && ::rename(temporary_.c_str(), path_.c_str()) != 0) code_ = errno;
+    if (code_ == 0) {
+      temporary_.clear();
+      return result;
+    }
+    result.status = FileWrite::kWriteFailed;
+    result.error = std::strerror(code_);
+    return result;
+  }
+
+ private:
+  void refuse(int code) { code_ = code; }
+
+  std::string path_;
+  std::string temporary_;
+  int fd_ = -1;
+  int code_ = 0;
+};
+
 // Opens a file for reading, refusing a folder; -1 with `status` and `error` set otherwise.
 template <typename Result>
 int open_for_reading(const std::string& path, Result& result, struct stat& st) {
@@ -155,32 +226,13 @@ class PosixDisk : public Disk {
   }
 
   FileWrite replace(const std::string& path, std::string_view text) override {
-    FileWrite result;
-    auto fail = [&result](FileWrite::Status status, int code) {
-      result.status = status;
-      result.error = std::strerror(code);
-      return result;
-    };
-    if (path.empty()) return fail(FileWrite::kOpenFailed, ENOENT);
-    struct stat old {};
-    const bool existed = ::stat(path.c_str(), &old) == 0;
-    if (existed && S_ISDIR(old.st_mode)) return fail(FileWrite::kOpenFailed, EISDIR);
-    // A rename would replace a read-only file that an open for writing refuses: a file
-    // marked read-only stays so, even for root, who is refused nothing else.
-    if (existed && ((old.st_mode & 0222) == 0 || ::access(path.c_str(), W_OK) != 0))
-      return fail(FileWrite::kOpenFailed, EACCES);
-    const std::string temporary = temporary_name(path);
-    int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (fd < 0) return fail(FileWrite::kOpenFailed, errno);
-    int code = 0;
-    if ((existed && ::fchmod(fd, old.st_mode & 07777) != 0) || !write_all(fd, text) ||
-        ::fdatasync(fd) != 0)
-      code = errno;
-    if (::close(fd) != 0 && code == 0) code = errno;
-    if (code == 0 && ::rename(temporary.c_str(), path.c_str()) != 0) code = errno;
-    if (code == 0) return result;
-    ::unlink(temporary.c_str());
-    return fail(FileWrite::kWriteFailed, code);
+    PosixReplacement replacement(path);
+    replacement.write(text);
+    return replacement.commit();
+  }
+
+  std::unique_ptr<Replacement> begin_replace(const std::string& path) override {
+    return std::make_unique<PosixReplacement>(path);
   }
 
   bool append(const std::string& path, std::string_view text, std::string& error) override {

@@ -116,6 +116,8 @@ GenerationResult run_generation(const GenerationJob& job) {
   result.output_name = job.output_name;
   FolderLock lock;
   if (!lock.held()) return result;
+  // The configuration and the records are read once however many readers ask.
+  const HeldReads reads;
   const LanguageRead language;
   Result<ProgramDefinition> read = read_program_definition(true);
   if (!read) return result;

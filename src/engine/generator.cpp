@@ -31,16 +31,25 @@ class Bar {
  public:
   Bar(const char* name, int range) : name_(name), range_(range > 0 ? range : 1) {}
   void set(int position) {
+    // Called once per line: the positions of the last percentage are kept, so that most
+    // calls compare and do not divide.
+    if (position >= first_ && position < past_) return;
     const long percent = static_cast<long>(position) * 100 / range_;
     if (percent == last_) return;
     last_ = percent;
+    if (percent >= 0) {
+      first_ = (percent * range_ + 99) / 100;
+      past_ = ((percent + 1) * range_ + 99) / 100;
+    }
     ui().set_progress(name_, position > range_ ? range_ : position, range_);
   }
 
  private:
   const char* name_;
-  int range_;
+  long range_;
   long last_ = -1;
+  long first_ = 0;  // the positions [first_, past_) make last_
+  long past_ = 0;
 };
 
 bool open_failed(const std::string& name, const std::string& error) {

@@ -449,11 +449,24 @@ bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string
   return replace_in_columns(line, first, tag, value, in_literal).absorbed;
 }
 
+namespace {
+
+// The first two blanks in a row at or after `from`: a plain loop, lines being short.
+std::size_t find_blank_pair(const std::string& line, std::size_t from) {
+  const char* text = line.data();
+  for (std::size_t i = from, size = line.size(); i + 1 < size; ++i)
+    if (text[i] == ' ' && text[i + 1] == ' ') return i;
+  return std::string::npos;
+}
+
+}  // namespace
+
 ColumnReplacement replace_in_columns(std::string& line, std::size_t first, std::string_view tag,
                                      std::string_view value, std::string_view in_literal) {
   ColumnReplacement done;
   if (tag.empty() || (tag == value && tag == in_literal)) return done;
-  const bool by_place = value != in_literal;
+  const bool same_view = value.data() == in_literal.data() && value.size() == in_literal.size();
+  const bool by_place = !same_view && value != in_literal;
   const size_t start_length = line.size();
   bool unabsorbed = false;
   size_t pos = first;
@@ -476,7 +489,7 @@ ColumnReplacement replace_in_columns(std::string& line, std::size_t first, std::
       if (blank == after) after += static_cast<size_t>(-d);
     } else if (d > 0) {
       for (long i = 0; i < d; ++i) {
-        size_t run = line.find("  ", after);
+        size_t run = find_blank_pair(line, after);
         if (run == std::string::npos) {
           unabsorbed = true;
           break;

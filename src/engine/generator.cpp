@@ -116,7 +116,7 @@ bool write_program_and_jcl(const ProgramDefinition& def, GenerationResult& resul
 
 // The program goes to its temporary file in pieces of this size as it is made: no buffer
 // as large as the program to back with fresh memory.
-constexpr std::size_t kProgramPiece = 128 * 1024;
+constexpr std::size_t kProgramPiece = 64 * 1024;
 
 }  // namespace
 

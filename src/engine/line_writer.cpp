@@ -33,7 +33,7 @@ void LineWriter::reserve(std::size_t bytes) {
 void LineWriter::stream_to(Replacement& out, std::size_t piece) {
   out_ = &out;
   piece_ = piece;
-  reserve(piece + piece / 4);
+  reserve(piece + piece / 8);
 }
 
 void LineWriter::flush() {

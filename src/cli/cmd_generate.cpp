@@ -32,9 +32,13 @@ void add_generate_commands(CLI::App& app, Cli& cli) {
                      "any finding");
   generate->callback([&cli, check] {
     cli.run_in_working_folder([&cli, check] {
-      GeneratePanel generator;
-      generator.open();
-      GenerationResult result = generator.go();
+      GenerationResult result;
+      {
+        const HeldReads reads;  // one read of each file for the questions and the run
+        GeneratePanel generator;
+        generator.open();
+        result = generator.go();
+      }
       // Declined at the overwrite question: the program asked for was not written.
       if (result.status != GenerationResult::kDone) return kFailed;
       for (const std::string& warning : result.warnings)

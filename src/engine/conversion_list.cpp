@@ -115,16 +115,26 @@ void build_conversion_list(const ProgramDefinition& def, const HeaderValues& hea
 namespace {
 
 // A value with an apostrophe goes into a literal with the apostrophe doubled, as COBOL,
-// Easytrieve and JCL write one there; elsewhere (comments) as it is.
-ColumnReplacement replace_pair(std::string& line, std::size_t first, const ConversionPair& pair) {
-  if (pair.value.find('\'') == std::string::npos)
-    return replace_in_columns(line, first, pair.key, pair.value, pair.value);
+// Easytrieve and JCL write one there; elsewhere (comments) as it is. Empty when the value
+// holds none.
+std::string in_literal_of(std::string_view value) {
+  if (value.find('\'') == std::string_view::npos) return {};
   std::string doubled;
-  for (char c : pair.value) {
+  for (char c : value) {
     doubled += c;
     if (c == '\'') doubled += c;
   }
-  return replace_in_columns(line, first, pair.key, pair.value, doubled);
+  return doubled;
+}
+
+ColumnReplacement replace_pair(std::string& line, std::size_t first, const ConversionPair& pair,
+                               const std::string& in_literal) {
+  return replace_in_columns(line, first, pair.key, pair.value,
+                            in_literal.empty() ? std::string_view(pair.value) : in_literal);
+}
+
+ColumnReplacement replace_pair(std::string& line, std::size_t first, const ConversionPair& pair) {
+  return replace_pair(line, first, pair, in_literal_of(pair.value));
 }
 
 }  // namespace
@@ -146,6 +156,13 @@ std::vector<std::string_view> keys_of(const ConversionList& list) {
   return keys;
 }
 
+std::vector<std::string> in_literals_of(const ConversionList& list) {
+  std::vector<std::string> values;
+  values.reserve(list.size());
+  for (const ConversionPair& pair : list) values.push_back(in_literal_of(pair.value));
+  return values;
+}
+
 bool any_key_holds_blank(const ConversionList& list) {
   for (const ConversionPair& pair : list)
     if (pair.key.find(' ') != std::string::npos) return true;
@@ -159,6 +176,7 @@ ConversionFilter::ConversionFilter(const ConversionList& list)
       built_for_(list.size()),
       matcher_(keys_of(list)),
       keys_hold_blank_(any_key_holds_blank(list)),
+      in_literal_(in_literals_of(list)),
       starts_(list.size()) {}
 
 void ConversionFilter::apply(std::string& line) const {
@@ -175,10 +193,9 @@ void ConversionFilter::apply(std::string& line) const {
     const std::uint32_t index = found_[next++];
     const ConversionPair& pair = list_[index];
     const std::size_t first = changed ? line.find(pair.key) : starts_[index];
-    if (first == std::string::npos ||
-        (pair.key == pair.value && pair.value.find('\'') == std::string::npos))
+    if (first == std::string::npos || (pair.key == pair.value && in_literal_[index].empty()))
       continue;
-    const ColumnReplacement done = replace_pair(line, first, pair);
+    const ColumnReplacement done = replace_pair(line, first, pair, in_literal_[index]);
     changed = true;
     const std::size_t from = first + 1 > matcher_.longest() ? first + 1 - matcher_.longest() : 0;
     // One occurrence whose value, with what precedes it, holds no byte a key starts with

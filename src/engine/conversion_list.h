@@ -56,6 +56,7 @@ class ConversionFilter {
   std::size_t built_for_;  // the list's size when the matcher was built
   KeyMatcher matcher_;
   bool keys_hold_blank_;
+  std::vector<std::string> in_literal_;  // per pair: its value as put in a literal, or empty
   mutable std::vector<std::uint32_t> found_, fresh_, merged_, starts_;
 };
 

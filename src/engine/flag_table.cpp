@@ -25,11 +25,19 @@ long decimal_value(const std::string& text) {
   return value;
 }
 
+// Compared in place: looked up once per template line, for a code of three characters.
+bool same_code(const std::string& entry, std::string_view code) {
+  if (entry.size() != code.size()) return false;
+  for (std::size_t i = 0; i < code.size(); ++i)
+    if (entry[i] != code[i]) return false;
+  return true;
+}
+
 }  // namespace
 
 const FlagEntry* FlagTable::find(std::string_view code) const {
   for (const FlagEntry& entry : entries_)
-    if (entry.code == code) return &entry;
+    if (same_code(entry.code, code)) return &entry;
   return nullptr;
 }
 

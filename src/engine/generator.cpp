@@ -1,5 +1,6 @@
 #include "engine/generator.h"
 
+#include <memory>
 #include <string>
 
 #include "engine/conversion_list.h"
@@ -30,16 +31,25 @@ class Bar {
  public:
   Bar(const char* name, int range) : name_(name), range_(range > 0 ? range : 1) {}
   void set(int position) {
+    // Called once per line: the positions of the last percentage are kept, so that most
+    // calls compare and do not divide.
+    if (position >= first_ && position < past_) return;
     const long percent = static_cast<long>(position) * 100 / range_;
     if (percent == last_) return;
     last_ = percent;
+    if (percent >= 0) {
+      first_ = (percent * range_ + 99) / 100;
+      past_ = ((percent + 1) * range_ + 99) / 100;
+    }
     ui().set_progress(name_, position > range_ ? range_ : position, range_);
   }
 
  private:
   const char* name_;
-  int range_;
+  long range_;
   long last_ = -1;
+  long first_ = 0;  // the positions [first_, past_) make last_
+  long past_ = 0;
 };
 
 bool open_failed(const std::string& name, const std::string& error) {
@@ -64,7 +74,7 @@ void warn(GenerationResult& result, const std::string& warning) {
 // the program then cannot be written, the previous JCL is put back. A program with no run
 // JCL removes the one an earlier generation left, which would be sent as if current.
 bool write_program_and_jcl(const ProgramDefinition& def, GenerationResult& result,
-                           const std::string& program, const std::string& jcl) {
+                           Replacement& program, const std::string& jcl) {
   const std::string jcl_name = jcl_file_of(result.output_name);
   const std::string shown = def.name + ".jcl";
   const bool run_jcl = def.jcl && def.kind != ProgramDefinition::kRoutine && !jcl.empty();
@@ -74,7 +84,7 @@ bool write_program_and_jcl(const ProgramDefinition& def, GenerationResult& resul
       return open_failed(jcl_name, written.error);
   }
   // Replaced whole: until the rename the previous program stays as it was.
-  if (FileWrite written = disk().replace(result.output_name, program); !written.ok()) {
+  if (FileWrite written = program.commit(); !written.ok()) {
     if (run_jcl) {
       std::string reason;
       if (previous.status == FileRead::kRead)
@@ -104,11 +114,9 @@ bool write_program_and_jcl(const ProgramDefinition& def, GenerationResult& resul
   return true;
 }
 
-// About what the program will take: the code lines with their ends.
-std::size_t template_bytes(const LoadedTemplate& lines) {
-  const std::size_t bytes = lines.text().size();
-  return bytes + bytes / 8;
-}
+// The program goes to its temporary file in pieces of this size as it is made: no buffer
+// as large as the program to back with fresh memory.
+constexpr std::size_t kProgramPiece = 64 * 1024;
 
 }  // namespace
 
@@ -117,6 +125,8 @@ GenerationResult run_generation(const GenerationJob& job) {
   result.output_name = job.output_name;
   FolderLock lock;
   if (!lock.held()) return result;
+  // The configuration and the records are read once however many readers ask.
+  const HeldReads reads;
   const LanguageRead language;
   Result<ProgramDefinition> read = read_program_definition(true);
   if (!read) return result;
@@ -159,14 +169,17 @@ GenerationResult run_generation(const GenerationJob& job) {
   ui().set_status(bilingual("Encoding Engine Enabled\r\n \r\n \r\n",
                             "Motore di Codifica Attivato\r\n \r\n \r\n"));
   LineWriter writer(def, conversions, cobol_break, easytrieve_break);
-  writer.reserve(template_bytes(lines));
+  // Until its commit the program is a temporary file, removed if the run stops.
+  const std::unique_ptr<Replacement> program = disk().begin_replace(result.output_name);
+  writer.stream_to(*program, kProgramPiece);
   OutputPass pass{def, flags, custom, db2, writer};
   Bar third(kBarOutput, static_cast<int>(lines.size()));
   write_program(lines, pass, [&](int n) { third.set(n); });
+  writer.flush();
   if (lines.empty()) third.set(1);
   const Result<int> uses = counter.result();
   if (!uses) return result;
-  if (!write_program_and_jcl(def, result, writer.text(), writer.jcl_text())) return result;
+  if (!write_program_and_jcl(def, result, *program, writer.jcl_text())) return result;
 
   result.status = GenerationResult::kDone;
   result.lines_written = writer.lines_written();

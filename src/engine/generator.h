@@ -28,10 +28,10 @@ struct GenerationJob {
 };
 
 /// One generation after its questions: the use counter, the three phases with their status
-/// texts and bars, the completion text. The program is built in memory and replaces the old
-/// one whole only when complete, so a failed or interrupted run leaves the previous program
-/// as it was. Asks nothing, so a window may run it off its user-interface thread; holds the
-/// working folder's lock throughout.
+/// texts and bars, the completion text. The program is written to a temporary file as it is
+/// built and replaces the old one whole only when complete, so a failed or interrupted run
+/// leaves the previous program as it was. Asks nothing, so a window may run it off its
+/// user-interface thread; holds the working folder's lock throughout.
 GenerationResult run_generation(const GenerationJob& job);
 
 constexpr const char* kBarPreallocation = "PseudoCode Preallocation";

@@ -31,6 +31,29 @@ KeyMatcher::KeyMatcher(const std::vector<std::string_view>& keys) {
     for (int b = 0; b < 256; ++b)
       class_of_[static_cast<std::size_t>(b)] = static_cast<std::uint8_t>(b);
   }
+  // The trie's size, known beforehand (one node per distinct prefix), so that its table is
+  // made once: growing it by steps touched fresh memory at each step.
+  std::vector<std::string_view> sorted;
+  sorted.reserve(keys.size());
+  for (std::string_view key : keys)
+    if (!key.empty()) sorted.push_back(key);
+  std::sort(sorted.begin(), sorted.end());
+  std::size_t nodes = 1;
+  for (std::size_t k = 0; k < sorted.size(); ++k) {
+    const std::string_view key = sorted[k];
+    std::size_t shared = 0;
+    if (k > 0) {
+      const std::string_view before = sorted[k - 1];
+      while (shared < key.size() && shared < before.size() && key[shared] == before[shared])
+        ++shared;
+    }
+    nodes += key.size() - shared;
+  }
+  const std::size_t slots = nodes * static_cast<std::size_t>(classes_);
+  next_.reserve(slots);
+  first_key_.reserve(nodes);
+  output_.reserve(nodes);
+  suffix_.reserve(nodes);
   add_node();
   same_end_.assign(keys.size(), -1);
   // Keys added last first, so each node's chain lists its keys in ascending order.
@@ -79,12 +102,13 @@ KeyMatcher::KeyMatcher(const std::vector<std::string_view>& keys) {
       }
     }
   }
-  moves_.resize(next_.size());
-  for (std::size_t slot = 0; slot < next_.size(); ++slot) {
-    const int to = next_[slot];
+  // The moves take the table's place.
+  for (std::int32_t& move : next_) {
+    const int to = move;
     const std::int32_t base = to * classes_;
-    moves_[slot] = output_[static_cast<std::size_t>(to)] >= 0 ? -base - 1 : base;
+    move = output_[static_cast<std::size_t>(to)] >= 0 ? -base - 1 : base;
   }
+  moves_ = std::move(next_);
   for (int b = 0; b < 256; ++b)
     idle_[static_cast<std::size_t>(b)] = moves_[class_of_[static_cast<std::size_t>(b)]] == 0;
   for (int b = 0; b < 256; ++b) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "engine/flag_table.h"
+#include "tagfile/disk.h"
 
 namespace quorva {
 
@@ -22,6 +23,24 @@ LineWriter::LineWriter(const ProgramDefinition& def, const ConversionList& conve
       conversions_(conversions),
       break_point_(def.cobol() ? cobol_break : easytrieve_break),
       continuation_(def.cobol() ? ' ' : '+') {}
+
+void LineWriter::reserve(std::size_t bytes) {
+  text_.reserve(bytes);
+  // Backed at once: faulting half a megabyte in page by page cost more than filling it.
+  prefault(text_.data(), bytes);
+}
+
+void LineWriter::stream_to(Replacement& out, std::size_t piece) {
+  out_ = &out;
+  piece_ = piece;
+  reserve(piece + piece / 8);
+}
+
+void LineWriter::flush() {
+  if (!out_ || text_.empty()) return;
+  out_->write(text_);
+  text_.clear();
+}
 
 void LineWriter::scrivi_riga_output(std::string_view text) {
   if (text.size() >= 4 && filtered_out(text[3], def_)) return;
@@ -48,6 +67,7 @@ void LineWriter::scrivi_riga_output(std::string_view text) {
   if (break_line(break_point_, continuation_, kContinuationIndent, line)) ++lines_written_;
   text_ += line;
   text_ += '\n';
+  if (out_ && text_.size() >= piece_) flush();
   if (jcl) {
     jcl_text_ += line;
     jcl_text_ += '\n';

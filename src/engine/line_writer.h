@@ -7,6 +7,7 @@
 
 #include "engine/conversion_list.h"
 #include "engine/program_definition.h"
+#include "tagfile/disk.h"
 
 namespace quorva {
 
@@ -34,7 +35,11 @@ class LineWriter {
   void scrivi_riga_output(std::string_view text);
 
   /// Room for a program of about `bytes`, so the text is not moved as it grows.
-  void reserve(std::size_t bytes) { text_.reserve(bytes); }
+  void reserve(std::size_t bytes);
+  /// From now on the program goes to `out` in pieces of about `piece` bytes as it is
+  /// made; text() then holds only what is not given yet, and flush() gives that.
+  void stream_to(Replacement& out, std::size_t piece);
+  void flush();
   const std::string& text() const { return text_; }
   /// The JCL lines alone (template lines flagged "J"), as they stand in text().
   const std::string& jcl_text() const { return jcl_text_; }
@@ -48,6 +53,8 @@ class LineWriter {
   int break_point_;
   char continuation_;
   std::string text_;
+  Replacement* out_ = nullptr;
+  std::size_t piece_ = 0;
   std::string jcl_text_;
   std::string work_;
   std::string first_lines_;

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "tagfile/disk.h"
 #include "tagfile/log.h"
 #include "tagfile/messages.h"
 #include "tagfile/tag_file.h"
@@ -34,8 +35,8 @@ void check_client_version(const std::string& template_name, std::string_view tex
 }
 
 // Reads lines as the loader does; returns the code lines after the marker.
-LoadedTemplate split_code(std::string text, int declared, const std::function<void(int)>& step) {
-  LoadedTemplate lines(std::move(text));
+LoadedTemplate split_code(LoadedTemplate lines, int declared,
+                          const std::function<void(int)>& step) {
   if (declared > 0) lines.reserve(static_cast<std::size_t>(declared));
   const std::string_view all = lines.text();
   bool begun = false;
@@ -82,7 +83,40 @@ void warn_size(const std::string& template_name, int read, int declared) {
 
 }  // namespace
 
+LoadedTemplate::LoadedTemplate(std::string text) {
+  auto owner = std::make_shared<const std::string>(std::move(text));
+  text_ = *owner;
+  bytes_ = std::shared_ptr<const char[]>(owner, owner->data());
+}
+
+void LoadedTemplate::reserve(std::size_t count) {
+  lines_.reserve(count);
+  prefault(lines_.data(), count * sizeof(std::string_view));
+}
+
+namespace {
+
+// The count stands in the header: looked for in the template's first bytes, so a long
+// template is not read whole once more just for it. Only a found value is taken from there;
+// anything else goes the whole file's way, with its messages.
+constexpr std::size_t kHeadBytes = 4096;
+
+std::optional<int> declared_in_head(const std::string& template_name) {
+  if (template_name.empty()) return std::nullopt;
+  const FileRead head = disk().read_head(template_name, kHeadBytes);
+  if (head.status != FileRead::kRead) return std::nullopt;
+  std::string_view text = head.text;
+  // A file longer than the head: its lines cut at the head's end are not looked at.
+  if (text.size() == kHeadBytes) text = text.substr(0, text.rfind('\n') + 1);
+  const std::optional<std::string> value = Leggi_tag_in(text, template_name, false, "numlines");
+  if (!value) return std::nullopt;
+  return tag_int_value(*value);
+}
+
+}  // namespace
+
 int read_declared_count(const std::string& template_name) {
+  if (const std::optional<int> count = declared_in_head(template_name)) return *count;
   return Leggi_tag_int(template_name, true, "numlines");
 }
 
@@ -90,17 +124,19 @@ bool preallocate(const std::string& template_name, int declared, LoadedTemplate&
                  const std::function<void(int)>& step, std::string* version) {
   lines = LoadedTemplate();
   // Read once: the header tags and the code come from the same text.
-  std::optional<std::string> text = read_whole_file(template_name);
-  if (!text) {
+  FileBytes bytes;
+  if (!template_name.empty()) bytes = disk().read_bytes(template_name);
+  if (bytes.status != FileRead::kRead) {
     // As the header read reports a template that is not there.
     (void)Leggi_tag(template_name, true, "client");
     Mostra_popup("WARNING, It's impossible to open the file:" + template_name,
                  "ATTENZIONE, impossibile aprire il file:" + template_name);
     return false;
   }
-  check_client_version(template_name, *text);
-  if (version) *version = Leggi_tag_in(*text, template_name, false, "quormem").value_or("");
-  lines = split_code(std::move(*text), declared, step);
+  const std::string_view text = bytes.text();
+  check_client_version(template_name, text);
+  if (version) *version = Leggi_tag_in(text, template_name, false, "quormem").value_or("");
+  lines = split_code(LoadedTemplate(std::move(bytes.data), bytes.size), declared, step);
   const int read = static_cast<int>(lines.size());
   if (read == declared) return true;
   warn_size(template_name, read, declared);
@@ -111,7 +147,7 @@ bool preallocate(const std::string& template_name, int declared, LoadedTemplate&
 }
 
 LoadedTemplate code_lines_of(const std::string& text) {
-  return split_code(text, 0, nullptr);
+  return split_code(LoadedTemplate(text), 0, nullptr);
 }
 
 }  // namespace quorva

@@ -23,12 +23,15 @@ class LoadedTemplate {
  public:
   LoadedTemplate() = default;
   /// Takes the text; add() then names its lines.
-  explicit LoadedTemplate(std::string text)
-      : text_(std::make_shared<const std::string>(std::move(text))) {}
+  explicit LoadedTemplate(std::string text);
+  /// Shares a file's bytes as read.
+  LoadedTemplate(std::shared_ptr<const char[]> bytes, std::size_t size)
+      : bytes_(std::move(bytes)), text_(bytes_.get(), size) {}
 
-  std::string_view text() const { return text_ ? std::string_view(*text_) : std::string_view(); }
+  std::string_view text() const { return text_; }
   void add(std::string_view line) { lines_.push_back(line); }
-  void reserve(std::size_t count) { lines_.reserve(count); }
+  /// Room for `count` lines, backed at once.
+  void reserve(std::size_t count);
 
   std::size_t size() const { return lines_.size(); }
   bool empty() const { return lines_.empty(); }
@@ -42,7 +45,8 @@ class LoadedTemplate {
 
  private:
   // Shared so that copies keep their views valid (a short string moves its bytes).
-  std::shared_ptr<const std::string> text_;
+  std::shared_ptr<const char[]> bytes_;
+  std::string_view text_;
   std::vector<std::string_view> lines_;
 };
 

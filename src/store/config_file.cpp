@@ -44,6 +44,7 @@ UseCounterRaise::UseCounterRaise() {
   bool changed = false;
   status_ = edit.edited_text(true, text_, changed);
   if (status_) writer_ = std::thread([this] { written_ = disk().replace(kConfigFile, text_); });
+  forget_held_read(kConfigFile);
 }
 
 UseCounterRaise::~UseCounterRaise() {

@@ -1,10 +1,13 @@
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
+#include <memory>
 
 #include "tagfile/disk.h"
 
@@ -41,23 +44,117 @@ std::string temporary_name(const std::string& path) {
          std::to_string(counter.fetch_add(1));
 }
 
+// Reads into buffer[0, size) until the end or the buffer is full; the bytes read, -1 on
+// an error (errno tells).
+ssize_t read_up_to(int fd, char* buffer, std::size_t size) {
+  std::size_t filled = 0;
+  while (filled < size) {
+    ssize_t n = ::read(fd, buffer + filled, size - filled);
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) return -1;
+    if (n == 0) break;
+    filled += static_cast<std::size_t>(n);
+  }
+  return static_cast<ssize_t>(filled);
+}
+
+class PosixReplacement : public Replacement {
+ public:
+  explicit PosixReplacement(const std::string& path) : path_(path) {
+    if (path.empty()) {
+      refuse(ENOENT);
+      return;
+    }
+    struct stat old {};
+    const bool existed = ::stat(path.c_str(), &old) == 0;
+    if (existed && S_ISDIR(old.st_mode)) {
+      refuse(EISDIR);
+      return;
+    }
+    // A rename would replace a read-only file that an open for writing refuses: a file
+    // marked read-only stays so, even for root, who is refused nothing else.
+    if (existed && ((old.st_mode & 0222) == 0 || ::access(path.c_str(), W_OK) != 0)) {
+      refuse(EACCES);
+      return;
+    }
+    temporary_ = temporary_name(path);
+    fd_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    if (fd_ < 0) {
+      refuse(errno);
+      temporary_.clear();
+      return;
+    }
+    if (existed && ::fchmod(fd_, old.st_mode & 07777) != 0) code_ = errno;
+  }
+
+  ~PosixReplacement() override {
+    if (fd_ >= 0) ::close(fd_);
+    if (!temporary_.empty()) ::unlink(temporary_.c_str());
+  }
+
+  PosixReplacement(const PosixReplacement&) = delete;
+  PosixReplacement& operator=(const PosixReplacement&) = delete;
+
+  void write(std::string_view text) override {
+    if (fd_ < 0 || code_ != 0) return;
+    if (!write_all(fd_, text)) code_ = errno;
+  }
+
+  FileWrite commit() override {
+    FileWrite result;
+    if (fd_ < 0) {
+      result.status = FileWrite::kOpenFailed;
+      result.error = std::strerror(code_);
+      return result;
+    }
+    if (code_ == 0 && ::fdatasync(fd_) != 0) code_ = errno;
+    if (::close(fd_) != 0 && code_ == 0) code_ = errno;
+    fd_ = -1;
+    if (code_ == 0 && ::rename(temporary_.c_str(), path_.c_str()) != 0) code_ = errno;
+    if (code_ == 0) {
+      temporary_.clear();
+      return result;
+    }
+    result.status = FileWrite::kWriteFailed;
+    result.error = std::strerror(code_);
+    return result;
+  }
+
+ private:
+  void refuse(int code) { code_ = code; }
+
+  std::string path_;
+  std::string temporary_;
+  int fd_ = -1;
+  int code_ = 0;
+};
+
+// Opens a file for reading, refusing a folder; -1 with `status` and `error` set otherwise.
+template <typename Result>
+int open_for_reading(const std::string& path, Result& result, struct stat& st) {
+  int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0) {
+    result.status = errno == ENOENT || errno == ENOTDIR ? FileRead::kMissing : FileRead::kFailed;
+    result.error = reason();
+    return -1;
+  }
+  if (::fstat(fd, &st) != 0) st = {};
+  if (S_ISDIR(st.st_mode)) {
+    ::close(fd);
+    result.status = FileRead::kFailed;
+    result.error = std::strerror(EISDIR);
+    return -1;
+  }
+  return fd;
+}
+
 class PosixDisk : public Disk {
  public:
   FileRead read(const std::string& path) override {
     FileRead result;
-    int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) {
-      result.status = errno == ENOENT || errno == ENOTDIR ? FileRead::kMissing : FileRead::kFailed;
-      result.error = reason();
-      return result;
-    }
     struct stat st {};
-    if (::fstat(fd, &st) == 0 && S_ISDIR(st.st_mode)) {
-      ::close(fd);
-      result.status = FileRead::kFailed;
-      result.error = std::strerror(EISDIR);
-      return result;
-    }
+    const int fd = open_for_reading(path, result, st);
+    if (fd < 0) return result;
     // Read straight into the text, one byte more than the size so the end is seen in
     // the same call; a file that grew meanwhile is read on in larger steps.
     std::size_t filled = 0;
@@ -82,33 +179,60 @@ class PosixDisk : public Disk {
     return result;
   }
 
-  FileWrite replace(const std::string& path, std::string_view text) override {
-    FileWrite result;
-    auto fail = [&result](FileWrite::Status status, int code) {
-      result.status = status;
+  FileRead read_head(const std::string& path, std::size_t bytes) override {
+    FileRead result;
+    struct stat st {};
+    const int fd = open_for_reading(path, result, st);
+    if (fd < 0) return result;
+    result.text.resize(bytes);
+    const ssize_t n = read_up_to(fd, result.text.data(), bytes);
+    const int code = errno;
+    ::close(fd);
+    if (n < 0) {
+      result.status = FileRead::kFailed;
+      result.error = std::strerror(code);
+      result.text.clear();
+      return result;
+    }
+    result.text.resize(static_cast<std::size_t>(n));
+    result.status = FileRead::kRead;
+    return result;
+  }
+
+  // The buffer is left unset and backed in one call before the read fills it: for a large
+  // template, zeroing it and faulting its pages in one by one cost more than the read.
+  FileBytes read_bytes(const std::string& path) override {
+    FileBytes result;
+    struct stat st {};
+    const int fd = open_for_reading(path, result, st);
+    if (fd < 0) return result;
+    const std::size_t room = st.st_size > 0 ? static_cast<std::size_t>(st.st_size) + 1 : 0;
+    std::shared_ptr<char[]> buffer = std::make_shared_for_overwrite<char[]>(room);
+    prefault(buffer.get(), room);
+    const ssize_t n = read_up_to(fd, buffer.get(), room);
+    const int code = errno;
+    ::close(fd);
+    if (n < 0) {
+      result.status = FileRead::kFailed;
       result.error = std::strerror(code);
       return result;
-    };
-    if (path.empty()) return fail(FileWrite::kOpenFailed, ENOENT);
-    struct stat old {};
-    const bool existed = ::stat(path.c_str(), &old) == 0;
-    if (existed && S_ISDIR(old.st_mode)) return fail(FileWrite::kOpenFailed, EISDIR);
-    // A rename would replace a read-only file that an open for writing refuses: a file
-    // marked read-only stays so, even for root, who is refused nothing else.
-    if (existed && ((old.st_mode & 0222) == 0 || ::access(path.c_str(), W_OK) != 0))
-      return fail(FileWrite::kOpenFailed, EACCES);
-    const std::string temporary = temporary_name(path);
-    int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (fd < 0) return fail(FileWrite::kOpenFailed, errno);
-    int code = 0;
-    if ((existed && ::fchmod(fd, old.st_mode & 07777) != 0) || !write_all(fd, text) ||
-        ::fdatasync(fd) != 0)
-      code = errno;
-    if (::close(fd) != 0 && code == 0) code = errno;
-    if (code == 0 && ::rename(temporary.c_str(), path.c_str()) != 0) code = errno;
-    if (code == 0) return result;
-    ::unlink(temporary.c_str());
-    return fail(FileWrite::kWriteFailed, code);
+    }
+    // Empty as stat said, or grown meanwhile: the plain read sees it to its end.
+    if (static_cast<std::size_t>(n) == room) return Disk::read_bytes(path);
+    result.status = FileRead::kRead;
+    result.data = std::move(buffer);
+    result.size = static_cast<std::size_t>(n);
+    return result;
+  }
+
+  FileWrite replace(const std::string& path, std::string_view text) override {
+    PosixReplacement replacement(path);
+    replacement.write(text);
+    return replacement.commit();
+  }
+
+  std::unique_ptr<Replacement> begin_replace(const std::string& path) override {
+    return std::make_unique<PosixReplacement>(path);
   }
 
   bool append(const std::string& path, std::string_view text, std::string& error) override {
@@ -142,6 +266,21 @@ class PosixDisk : public Disk {
 };
 
 }  // namespace
+
+void prefault(void* begin, std::size_t bytes) {
+#ifdef MADV_POPULATE_WRITE
+  static const std::size_t page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+  const auto start = reinterpret_cast<std::uintptr_t>(begin);
+  const std::uintptr_t first = (start + page - 1) & ~(page - 1);
+  const std::uintptr_t last = (start + bytes) & ~(page - 1);
+  // Small buffers and older kernels (EINVAL) go on faulting page by page.
+  if (last > first && last - first >= 16 * page)
+    (void)::madvise(reinterpret_cast<void*>(first), last - first, MADV_POPULATE_WRITE);
+#else
+  (void)begin;
+  (void)bytes;
+#endif
+}
 
 Disk& real_disk() {
   static PosixDisk disk;

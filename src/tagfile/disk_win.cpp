@@ -101,6 +101,8 @@ class WindowsDisk : public Disk {
 
 }  // namespace
 
+void prefault(void*, std::size_t) {}
+
 Disk& real_disk() {
   static WindowsDisk disk;
   return disk;

@@ -1,5 +1,7 @@
 #include "tagfile/log.h"
 
+#include <string_view>
+
 namespace quorva {
 namespace {
 
@@ -23,7 +25,21 @@ const char* log_file_name(LogKind kind) {
   return kind == LogKind::kWarning ? "warning.log" : "error.log";
 }
 
+// True when the log holds its header alone, as the last run without messages left it.
+bool holds_header_alone(LogKind kind) {
+  std::FILE* f = std::fopen(log_file_name(kind), "rb");
+  if (!f) return false;
+  const std::string_view expected = header(kind);
+  char text[64];
+  const std::size_t n = std::fread(text, 1, sizeof text, f);
+  std::fclose(f);
+  return std::string_view(text, n) == expected;
+}
+
 void Crea_log(LogKind kind) {
+  // Left as it is when already so: emptying a file costs the file system far more than
+  // reading it (it gives back the file's block and writes the new one out at the close).
+  if (holds_header_alone(kind)) return;
   std::FILE* f = std::fopen(log_file_name(kind), "wb");
   if (!f) return;
   std::fputs(header(kind), f);

@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <unordered_map>
 #include <vector>
 
 #include "tagfile/disk.h"
@@ -20,12 +21,31 @@
 namespace quorva {
 namespace {
 
+// What a HeldReads keeps, on its thread: each file's text as first read.
+thread_local int held_depth = 0;
+thread_local std::unordered_map<std::string, std::string> held_texts;
+
 std::optional<std::string> read_file(const std::string& file) {
   if (file.empty()) return std::nullopt;
+  if (held_depth > 0)
+    if (auto held = held_texts.find(file); held != held_texts.end()) return held->second;
   FileRead read = disk().read(file);
   if (read.status != FileRead::kRead) return std::nullopt;
+  if (held_depth > 0) held_texts.emplace(file, read.text);
   return std::move(read.text);
 }
+
+// Drops what is kept of a file when the function writing it returns.
+class Written {
+ public:
+  explicit Written(const std::string& file) : file_(file) {}
+  ~Written() { forget_held_read(file_); }
+  Written(const Written&) = delete;
+  Written& operator=(const Written&) = delete;
+
+ private:
+  const std::string& file_;
+};
 
 // The password is never written to a log, whatever fails.
 bool secret_tag(const std::string& tag) {
@@ -148,6 +168,7 @@ Status refuse_line_break(bool popup, const std::string& file, const std::string&
 
 Status append_line(const std::string& file, bool popup, const std::string& tag,
                    const std::string& value, std::string_view open_failure_english) {
+  const Written written_file(file);
   if (has_line_break(tag) || has_line_break(value)) return refuse_line_break(popup, file, tag);
   FolderLock lock;
   if (!lock.held()) return lock.status();
@@ -184,6 +205,10 @@ std::optional<std::string> Leggi_tag_ita(const std::string& file, bool popup,
   return read_tag(file, popup, tag, Language::kItalianOnly);
 }
 
+int tag_int_value(const std::string& value) {
+  return to_int(value);
+}
+
 int Leggi_tag_int(const std::string& file, bool popup, const std::string& tag) {
   std::optional<std::string> value = Leggi_tag(file, false, tag);
   if (!value) {
@@ -217,6 +242,7 @@ Status Appendi_tag_int(const std::string& file, bool popup, const std::string& t
 
 Status Modifica_tag(const std::string& file, bool popup, bool add, const std::string& tag,
                     const std::string& value) {
+  const Written written_file(file);
   if (has_line_break(tag) || has_line_break(value)) return refuse_line_break(popup, file, tag);
   FolderLock lock;
   if (!lock.held()) return lock.status();
@@ -248,6 +274,7 @@ Status Modifica_tag(const std::string& file, bool popup, bool add, const std::st
 }
 
 Status Cancella_tag(const std::string& file, bool popup, const std::string& tag) {
+  const Written written_file(file);
   FolderLock lock;
   if (!lock.held()) return lock.status();
   std::optional<std::string> old_text = read_file(file);
@@ -276,6 +303,7 @@ Status Cancella_tag(const std::string& file, bool popup, const std::string& tag)
 }
 
 Status Crea_file(const std::string& file, bool popup) {
+  const Written written_file(file);
   FileWrite written;
   if (file.empty()) {
     written.status = FileWrite::kOpenFailed;
@@ -292,6 +320,7 @@ Status Crea_file(const std::string& file, bool popup) {
 }
 
 Status Copia_file(bool popup, const std::string& source, const std::string& destination) {
+  const Written written_file(destination);
   auto fail = [popup](std::string_view english, std::string_view italian, const char* log_text,
                       const std::string& name, int number, const std::string& reason) {
     const std::string message = bilingual(english, italian);
@@ -325,6 +354,7 @@ Status Copia_file(bool popup, const std::string& source, const std::string& dest
 }
 
 Status Cancella_file(const std::string& file, bool popup) {
+  const Written written_file(file);
   std::string reason;
   if (!file.empty() && disk().remove(file, reason)) return {};
   const std::string message = bilingual("I cannot delete the following file:\t" + file,
@@ -338,11 +368,24 @@ Status remove_if_present(const std::string& file, bool popup) {
   return Cancella_file(file, popup);
 }
 
+HeldReads::HeldReads() {
+  ++held_depth;
+}
+
+HeldReads::~HeldReads() {
+  if (--held_depth == 0) held_texts.clear();
+}
+
+void forget_held_read(const std::string& file) {
+  held_texts.erase(file);
+}
+
 std::optional<std::string> read_whole_file(const std::string& file) {
   return read_file(file);
 }
 
 Status Scrivi_file(const std::string& file, bool popup, std::string_view text) {
+  const Written written_file(file);
   FolderLock lock;
   if (!lock.held()) return lock.status();
   FileWrite written =
@@ -406,11 +449,24 @@ bool Sostituisci_in_colonna(std::string& line, std::string_view tag, std::string
   return replace_in_columns(line, first, tag, value, in_literal).absorbed;
 }
 
+namespace {
+
+// The first two blanks in a row at or after `from`: a plain loop, lines being short.
+std::size_t find_blank_pair(const std::string& line, std::size_t from) {
+  const char* text = line.data();
+  for (std::size_t i = from, size = line.size(); i + 1 < size; ++i)
+    if (text[i] == ' ' && text[i + 1] == ' ') return i;
+  return std::string::npos;
+}
+
+}  // namespace
+
 ColumnReplacement replace_in_columns(std::string& line, std::size_t first, std::string_view tag,
                                      std::string_view value, std::string_view in_literal) {
   ColumnReplacement done;
   if (tag.empty() || (tag == value && tag == in_literal)) return done;
-  const bool by_place = value != in_literal;
+  const bool same_view = value.data() == in_literal.data() && value.size() == in_literal.size();
+  const bool by_place = !same_view && value != in_literal;
   const size_t start_length = line.size();
   bool unabsorbed = false;
   size_t pos = first;
@@ -433,7 +489,7 @@ ColumnReplacement replace_in_columns(std::string& line, std::size_t first, std::
       if (blank == after) after += static_cast<size_t>(-d);
     } else if (d > 0) {
       for (long i = 0; i < d; ++i) {
-        size_t run = line.find("  ", after);
+        size_t run = find_blank_pair(line, after);
         if (run == std::string::npos) {
           unabsorbed = true;
           break;

@@ -27,6 +27,8 @@ std::optional<std::string> Leggi_tag_ita(const std::string& file, bool popup,
                                          const std::string& tag);
 /// "on"/"ON" 1, "off"/"OFF" 0, else the leading decimal digits (none: 0); -1 when missing.
 int Leggi_tag_int(const std::string& file, bool popup, const std::string& tag);
+/// A found value as Leggi_tag_int reads it.
+int tag_int_value(const std::string& value);
 /// True only for "on" and "ON".
 bool Leggi_tag_onoff(const std::string& file, bool popup, const std::string& tag);
 
@@ -55,6 +57,19 @@ bool Esiste_file(const std::string& file);
 
 /// The whole text of a file; nullopt when it is missing or cannot be read.
 std::optional<std::string> read_whole_file(const std::string& file);
+
+/// While one lives on a thread, each file these functions read there is read from the disk
+/// once and kept; a write by them drops what was kept of the file. A command that asks the
+/// configuration and its records many times then reads each once.
+class HeldReads {
+ public:
+  HeldReads();
+  ~HeldReads();
+  HeldReads(const HeldReads&) = delete;
+  HeldReads& operator=(const HeldReads&) = delete;
+};
+/// Drops what a HeldReads kept of `file`, for a file written by other means.
+void forget_held_read(const std::string& file);
 /// Replaces the file's whole text in one write, for writers that build a file of many tags
 /// or a generated program: the old file stays as it was unless the new one is complete.
 /// A failure shows "I cannot open the output file ..." with `popup` and is logged with the

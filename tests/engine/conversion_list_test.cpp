@@ -162,6 +162,30 @@ TEST_F(TemplateLoader, MarkerAndCodeLines) {
   for (const auto& c : cases) EXPECT_EQ(code_lines_of(c.text), c.lines) << c.text;
 }
 
+TEST_F(TemplateLoader, DeclaredCountWhereverItStands) {
+  // The first 4 KiB are looked at first: the count before, across and after their end.
+  const std::string filler = "h=" + std::string(4089, 'x') + "\n";  // 4092 bytes
+  const struct {
+    const char* name;
+    std::string text;
+    int expected;
+  } cases[] = {
+      {"in the header", "quormem=T\nnumlines=12\n[THE CODE BEGINS HERE]\n", 12},
+      {"last line without its end", "numlines=on", 1},
+      {"across the head's end", filler + "numlines=345\n", 345},
+      {"after the head", filler + "h=1\nnumlines=6789\n", 6789},
+      {"first of two", "numlines=2\n" + filler + "numlines=3\n", 2},
+      {"empty is missing", "numlines=\nnumlines=4\n", -1},
+      {"missing", filler + "h=1\n", -1},
+  };
+  for (const auto& c : cases) {
+    write_text("Resource/T.txt", c.text);
+    ui_.messages.clear();
+    EXPECT_EQ(read_declared_count("Resource/T.txt"), c.expected) << c.name;
+    EXPECT_EQ(ui_.messages.size(), c.expected < 0 ? 1u : 0u) << c.name;
+  }
+}
+
 class FlagTableTest : public FolderTest {};
 
 std::string table_text(const FlagTable& table) {

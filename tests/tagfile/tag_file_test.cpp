@@ -7,6 +7,7 @@
 
 #include <cstdio>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -347,6 +348,47 @@ TEST_F(Store, AFullDiskLeavesTheOldFileAndSaysSo) {
     EXPECT_EQ(full.refused, 1) << c.name;
   }
   // Nothing is left behind under a temporary name either.
+  for (const auto& entry : std::filesystem::directory_iterator("."))
+    EXPECT_EQ(entry.path().filename().string().find(".tmp"), std::string::npos) << entry.path();
+}
+
+TEST_F(Store, HeldReadsFollowTheWritesOfTheTagFunctions) {
+  for (const WriteCase& c : kWrites) {
+    write_text("t.dat", "A=1\nB=2\n");
+    write_text("other.dat", "X=1\n");
+    const HeldReads held;
+    EXPECT_EQ(Leggi_tag("t.dat", false, "A"), "1") << c.name;
+    (void)c.write();
+    EXPECT_EQ(read_whole_file("t.dat"), read_text("t.dat")) << c.name;
+  }
+  // Written by other means, a file is read again once forgotten.
+  write_text("t.dat", "A=1\n");
+  const HeldReads held;
+  EXPECT_EQ(Leggi_tag("t.dat", false, "A"), "1");
+  write_text("t.dat", "A=2\n");
+  EXPECT_EQ(Leggi_tag("t.dat", false, "A"), "1");
+  forget_held_read("t.dat");
+  EXPECT_EQ(Leggi_tag("t.dat", false, "A"), "2");
+}
+
+TEST_F(Store, AReplacementChangesTheFileAtItsCommitOnly) {
+  FaultyDisk counting("", false);  // the default replacement: pieces kept, replace() at commit
+  Disk* disks[] = {&real_disk(), &counting};
+  for (Disk* d : disks) {
+    write_text("t.dat", "old\n");
+    {
+      std::unique_ptr<Replacement> dropped = d->begin_replace("t.dat");
+      dropped->write("new ");
+    }
+    std::unique_ptr<Replacement> kept = d->begin_replace("t.dat");
+    kept->write("new ");
+    kept->write("text\n");
+    EXPECT_EQ(read_text("t.dat"), "old\n");
+    EXPECT_TRUE(kept->commit().ok());
+    EXPECT_EQ(read_text("t.dat"), "new text\n");
+    EXPECT_EQ(d->begin_replace("nofolder/t.dat")->commit().status, FileWrite::kOpenFailed);
+  }
+  EXPECT_EQ(counting.attempts, 2);
   for (const auto& entry : std::filesystem::directory_iterator("."))
     EXPECT_EQ(entry.path().filename().string().find(".tmp"), std::string::npos) << entry.path();
 }

@@ -192,6 +192,8 @@ bool filtered_out(char position4, const ProgramDefinition& def) {
       return def.kind != ProgramDefinition::kMatch;
     case 'T':
       return !def.thru;
+    case '2':
+      return def.db2_accesses() == 0 && !def.commit && !def.rollback;
     case '*':
       return !def.comments;
     case 'N':

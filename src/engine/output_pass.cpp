@@ -63,6 +63,7 @@ class Walker {
     }
     if (block_.count > 0 && code != block_.code) flush();
     const FlagEntry* entry = pass_.flags.find(code);
+    if (thru_only(raw) && !pass_.def.thru) return;
     if (negated(raw)) {
       // "!" in column 5: the line stands for what a program of its language does without
       // that choice.
@@ -87,6 +88,15 @@ class Walker {
   // A match program's first output takes the details with their master, the others the
   // details without one: column 6 "1" keeps a line to the first copy of its block there,
   // "2" to the copies after the first, and only there.
+  // The THRU half of a PERFORM goes with the THRU choice whatever column 4 says, so that
+  // column stays free for another filter.
+  static bool thru_only(std::string_view raw) {
+    if (raw.size() <= 6) return false;
+    const std::string_view text = raw.substr(6);
+    const std::size_t at = text.find_first_not_of(' ');
+    return at != std::string_view::npos && text.substr(at, 5) == "THRU ";
+  }
+
   static bool negated(std::string_view raw) {
     return raw.size() > 4 && raw[4] == '!' && !is_db2_line(std::string(raw.substr(0, 4)));
   }

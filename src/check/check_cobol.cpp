@@ -315,6 +315,9 @@ CobolCheckResult check_cobol(const CheckedProgram& program, const CobolCopyFolde
   std::string command = "cobc -std=ibm-strict -fsyntax-only -I " + quote(copy_folder.string());
   if (!folders.resource_folder.empty())
     command += " -I " + quote(fs::absolute(folders.resource_folder, ec).string());
+  // Copybooks written beside the program, such as a routine's linkage area.
+  if (!folders.dclgen_folder.empty())
+    command += " -I " + quote(fs::absolute(folders.dclgen_folder, ec).string());
   command += " " + quote((scratch.path() / file_name).string());
   ProcessOutput output = run_process(command);
   result.ran = true;

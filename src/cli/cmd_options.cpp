@@ -177,7 +177,8 @@ void add_options_commands(CLI::App& app, Cli& cli) {
       "  FTP_BLKSIZE, FTP_TRAILINGBLANKS (ON/OFF), FTP_SBDATACONN (HOST/LOCAL code pages,\n"
       "  e.g. IBM-1141/ISO8859-1), FTP_TIMEOUT (seconds, default 60), FTP_TLS (OFF,\n"
       "  EXPLICIT, IMPLICIT), FTP_CA_FILE, FTP_ASK_PASSWORD (ON: typed at each transfer),\n"
-      "  FTP_JCL_LIBRARY (a library such as HLQ.JCL: quorva send sends NAME.jcl there);\n"
+      "  FTP_JCL_LIBRARY (a library such as HLQ.JCL: quorva send sends NAME.jcl there),\n"
+      "  FTP_COPY_LIBRARY (such as HLQ.COPYLIB: a routine's linkage copybook goes there);\n"
       "  an empty value restores the default");
   set->add_option("KEY=VALUE", *assignments, "Options to change")->required();
   set->callback([&cli, assignments] {

@@ -7,6 +7,7 @@
 #include <iterator>
 #include <optional>
 
+#include "store/program_jcl.h"
 #include "store/tag_text.h"
 #include "store/user_file.h"
 #include "tagfile/latin1.h"
@@ -103,11 +104,13 @@ void build_conversion_list(const ProgramDefinition& def, const HeaderValues& hea
   list.push_back({"//.///.////", header.date});
   const UserData user = read_user_data();
   add_user_value(list, "<----->", user.tsouser);
-  // The library the program is sent to, where a compile-and-go step reads it.
-  add_user_value(list, "<TSO-LIBRARY>", user.tsolibrary);
   add_user_value(list, "<NOME-COGNOME>", user.nomecognome);
   add_user_value(list, "<NOME-SOCIETA>", user.societa);
   list.push_back({"<SEL/FET/DEL/INS/UPD/ROL/COM>", access_list_value(def)});
+  // The library the program is sent to, where a compile-and-go step reads it, and the
+  // copybook of a routine's linkage area, which its callers copy as it is.
+  add_user_value(list, "<TSO-LIBRARY>", user.tsolibrary);
+  if (!def.name.empty()) list.push_back({"<LINK-COPY>", linkage_member(def.name)});
   Leggi_all_K2V_tag(kKey2ValueFile, true, list);
   Leggi_all_K2Value_coll(true, kCollectionSlots, list);
 }

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "engine/conversion_list.h"
 #include "engine/custom_code.h"
@@ -70,28 +71,46 @@ void warn(GenerationResult& result, const std::string& warning) {
   result.warnings.push_back(warning);
 }
 
-// The JCL goes first, so a failure leaves the previous program and JCL as they were; when
-// the program then cannot be written, the previous JCL is put back. A program with no run
-// JCL removes the one an earlier generation left, which would be sent as if current.
+// The files beside the program (its run JCL, a routine's linkage copybook) go first, so a
+// failure leaves the previous ones and the program as they were; when the program then
+// cannot be written, the previous ones are put back. A program with no run JCL removes the
+// one an earlier generation left, which would be sent as if current; a linkage copybook
+// stays, as callers may copy it.
 bool write_program_and_jcl(const ProgramDefinition& def, GenerationResult& result,
-                           Replacement& program, const std::string& jcl) {
+                           Replacement& program, const std::string& jcl,
+                           const std::string& linkage) {
   const std::string jcl_name = jcl_file_of(result.output_name);
   const std::string shown = def.name + ".jcl";
   const bool run_jcl = def.jcl && def.kind != ProgramDefinition::kRoutine && !jcl.empty();
+  struct Beside {
+    std::string name;
+    const std::string& text;
+    FileRead previous;
+  };
+  std::vector<Beside> beside;
+  if (run_jcl) beside.push_back({jcl_name, jcl, {}});
+  if (def.kind == ProgramDefinition::kRoutine && !linkage.empty())
+    beside.push_back({linkage_file_of(result.output_name), linkage, {}});
   const FileRead previous = disk().read(jcl_name);
-  if (run_jcl) {
-    if (FileWrite written = disk().replace(jcl_name, jcl); !written.ok())
-      return open_failed(jcl_name, written.error);
+  auto put_back = [&](std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+      std::string reason;
+      if (beside[i].previous.status == FileRead::kRead)
+        (void)disk().replace(beside[i].name, beside[i].previous.text);
+      else
+        (void)disk().remove(beside[i].name, reason);
+    }
+  };
+  for (std::size_t i = 0; i < beside.size(); ++i) {
+    beside[i].previous = disk().read(beside[i].name);
+    if (FileWrite written = disk().replace(beside[i].name, beside[i].text); !written.ok()) {
+      put_back(i);
+      return open_failed(beside[i].name, written.error);
+    }
   }
   // Replaced whole: until the rename the previous program stays as it was.
   if (FileWrite written = program.commit(); !written.ok()) {
-    if (run_jcl) {
-      std::string reason;
-      if (previous.status == FileRead::kRead)
-        (void)disk().replace(jcl_name, previous.text);
-      else
-        (void)disk().remove(jcl_name, reason);
-    }
+    put_back(beside.size());
     return open_failed(result.output_name, written.error);
   }
   if (run_jcl || previous.status == FileRead::kMissing) return true;
@@ -179,7 +198,8 @@ GenerationResult run_generation(const GenerationJob& job) {
   if (lines.empty()) third.set(1);
   const Result<int> uses = counter.result();
   if (!uses) return result;
-  if (!write_program_and_jcl(def, result, *program, writer.jcl_text())) return result;
+  if (!write_program_and_jcl(def, result, *program, writer.jcl_text(), writer.linkage_text()))
+    return result;
 
   result.status = GenerationResult::kDone;
   result.lines_written = writer.lines_written();

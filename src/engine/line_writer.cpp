@@ -64,7 +64,13 @@ void LineWriter::scrivi_riga_output(std::string_view text) {
     line.assign(6, ' ');
   // Two accesses to one table must not declare its host variables twice.
   if (once && !once_written_.insert(line).second) return;
-  if (break_line(break_point_, continuation_, kContinuationIndent, line)) ++lines_written_;
+  const bool broken = break_line(break_point_, continuation_, kContinuationIndent, line);
+  if (text.size() > 5 && text[5] == kLinkageFlag) {
+    linkage_text_ += line;
+    linkage_text_ += '\n';
+    return;
+  }
+  if (broken) ++lines_written_;
   text_ += line;
   text_ += '\n';
   if (out_ && text_.size() >= piece_) flush();

@@ -18,6 +18,8 @@ constexpr int kContinuationIndent = 10;
 constexpr char kOnceFlag = 'U';
 /// Column 6 of a line a routine leaves out (the statistics of a job step and the like).
 constexpr char kNotRoutineFlag = 'P';
+/// Column 6 of a line that goes to the routine's linkage copybook, not to the program.
+constexpr char kLinkageFlag = 'L';
 
 /// Breaks `line` once at the last blank at or before `break_point` (index from 0, down to
 /// 1), inserting " " + continuation + "\n" + ten blanks. True when the line was broken.
@@ -43,6 +45,8 @@ class LineWriter {
   const std::string& text() const { return text_; }
   /// The JCL lines alone (template lines flagged "J"), as they stand in text().
   const std::string& jcl_text() const { return jcl_text_; }
+  /// The lines of a routine's linkage copybook ("L" in column 6), which are not in text().
+  const std::string& linkage_text() const { return linkage_text_; }
   int lines_written() const { return lines_written_; }
   /// The first three lines written, each followed by "\r\n".
   const std::string& first_lines() const { return first_lines_; }
@@ -56,6 +60,7 @@ class LineWriter {
   Replacement* out_ = nullptr;
   std::size_t piece_ = 0;
   std::string jcl_text_;
+  std::string linkage_text_;
   std::string work_;
   std::string first_lines_;
   int lines_written_ = 0;

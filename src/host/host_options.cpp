@@ -61,6 +61,8 @@ HostOptions read_host_options() {
   options.ca_file = read_config(kHostCaFileKey).value_or("");
   options.jcl_library = upper(read_config(kHostJclLibraryKey).value_or(""));
   if (!is_library_name(options.jcl_library)) options.jcl_library.clear();
+  options.copy_library = upper(read_config(kHostCopyLibraryKey).value_or(""));
+  if (!is_library_name(options.copy_library)) options.copy_library.clear();
   return options;
 }
 

@@ -17,6 +17,7 @@ struct HostOptions {
   Tls tls = Tls::kOff;
   std::string ca_file;
   std::string jcl_library;  ///< where NAME.jcl is sent, upper case; empty: not sent
+  std::string copy_library;  ///< where a routine's linkage copybook is sent; empty: not sent
 
   /// The longest line a member can hold: LRECL, less the record descriptor for RECFM V.
   int line_limit() const;

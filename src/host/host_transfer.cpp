@@ -141,6 +141,24 @@ Status send_program(const TransferRunner& run, const std::optional<std::string>&
                   *program + ".jcl non viene inviato: nessuna libreria JCL impostata "
                              "(FTP_JCL_LIBRARY)."));
   }
+  // A routine's linkage copybook, which its callers and its compile copy, to the copy library.
+  const std::string linkage_local = linkage_file_of(local);
+  FileRead linkage = disk().read(linkage_local);
+  std::size_t linkage_at = 0;
+  if (linkage.status == FileRead::kRead && !options.copy_library.empty()) {
+    if (Status lines =
+            check_host_lines(linkage_local, linkage.text, options.line_limit(), options.code_pages);
+        !lines)
+      return shown_failure(lines.message() + not_sent);
+    linkage_at = members.size();
+    members.push_back({remote_member(options.copy_library, linkage_member(*program)), linkage_local,
+                       linkage.text, ""});
+  } else if (linkage.status == FileRead::kRead) {
+    const std::string shown = linkage_member(*program) + ".cpy";
+    ui().set_status(bilingual(shown + " is not sent: no copy library is set (FTP_COPY_LIBRARY).",
+                              shown + " non viene inviato: nessuna libreria copy impostata "
+                                      "(FTP_COPY_LIBRARY)."));
+  }
   for (const SentMember& one : members)
     if (!changed_member_accepted(*user, one.remote, one.text, run))
       return shown_failure(
@@ -148,11 +166,12 @@ Status send_program(const TransferRunner& run, const std::optional<std::string>&
                     "it is.",
                     "Il programma non e' stato inviato: il membro sull'host resta "
                     "com'e'."));
-  // The JCL's backups are NAME_J_n.BKP, apart from the program's NAME_n.BKP.
+  // The JCL's backups are NAME_J_n.BKP and the copybook's NAME_C_n.BKP, apart from the
+  // program's NAME_n.BKP.
   members[0].backup = backup_name(folder, *program);
   std::vector<MemberSend> more;
   for (std::size_t i = 1; i < members.size(); ++i) {
-    members[i].backup = backup_name(folder, *program + "_J");
+    members[i].backup = backup_name(folder, *program + (i == linkage_at ? "_C" : "_J"));
     more.push_back({members[i].remote, members[i].local, members[i].backup});
   }
   const std::string script = send_script(user->ipaddress, user->tsouser, user->pswtso,

@@ -212,7 +212,7 @@ std::optional<std::string> AdvancedOptions::host_option_refusal(const std::strin
     good = one_of({"ON", "OFF", "on", "off"});
   else if (key == kHostTlsKey)
     good = one_of({"OFF", "EXPLICIT", "IMPLICIT"});
-  else if (key == kHostJclLibraryKey)
+  else if (key == kHostJclLibraryKey || key == kHostCopyLibraryKey)
     good = is_library_name(value);
   else if (key == kHostCodePageKey)
     good =

@@ -55,10 +55,14 @@ constexpr const char* kHostCaFileKey = "FTP_CA_FILE";
 constexpr const char* kAskPasswordKey = "FTP_ASK_PASSWORD";
 /// The library the run JCL (NAME.jcl) is sent to, e.g. HLQ.JCL; empty: the JCL is not sent.
 constexpr const char* kHostJclLibraryKey = "FTP_JCL_LIBRARY";
+/// The copy library a routine's linkage copybook (NAMEL.cpy) is sent to, e.g. HLQ.COPYLIB;
+/// empty: the copybook is not sent.
+constexpr const char* kHostCopyLibraryKey = "FTP_COPY_LIBRARY";
 /// The host keys, in the order the FTP page shows them.
 constexpr const char* kHostKeys[] = {
-    kHostLreclKey,   kHostRecfmKey, kHostBlksizeKey, kHostTrailingBlanksKey, kHostCodePageKey,
-    kHostTimeoutKey, kHostTlsKey,   kHostCaFileKey,  kAskPasswordKey,        kHostJclLibraryKey};
+    kHostLreclKey,    kHostRecfmKey,      kHostBlksizeKey,    kHostTrailingBlanksKey,
+    kHostCodePageKey, kHostTimeoutKey,    kHostTlsKey,        kHostCaFileKey,
+    kAskPasswordKey,  kHostJclLibraryKey, kHostCopyLibraryKey};
 /// The use counter, raised by every generation.
 constexpr const char* kUseCounterKey = "QVjoined";
 

@@ -33,6 +33,19 @@ std::string jcl_file_of(const std::string& program_file) {
   return program_file.substr(0, dot) + ".jcl";
 }
 
+std::string linkage_member(const std::string& program) {
+  return program.substr(0, 7) + "L";
+}
+
+std::string linkage_file_of(const std::string& program_file) {
+  const std::size_t slash = program_file.find_last_of("/\\");
+  const std::size_t start = slash == std::string::npos ? 0 : slash + 1;
+  std::size_t dot = program_file.rfind('.');
+  if (dot == std::string::npos || dot < start) dot = program_file.size();
+  return program_file.substr(0, start) + linkage_member(program_file.substr(start, dot - start)) +
+         ".cpy";
+}
+
 std::optional<std::string> program_without_jcl(std::string_view program_text,
                                                std::string_view jcl_text) {
   const std::vector<std::string_view> program = lines_of(program_text);

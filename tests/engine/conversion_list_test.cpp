@@ -47,7 +47,7 @@ TEST_F(ConversionListTest, KeyToValueFilesAndCollectionsInOrder) {
 }
 
 TEST_F(ConversionListTest, BuiltInPlaceholdersComeFirst) {
-  write_text("Resource/User.dat", "tsouser=U1\nnomecognome=N\n");
+  write_text("Resource/User.dat", "tsouser=U1\nnomecognome=N\ntsolibrary=U1.SRC\n");
   write_text("temp/key2value.dat", "<++++++>=USER-WINS-NOT\n");
   ProgramDefinition def{.name = "P1", .description = {"abc", "de"}, .commit = true};
   ConversionList list;
@@ -55,7 +55,8 @@ TEST_F(ConversionListTest, BuiltInPlaceholdersComeFirst) {
   EXPECT_EQ(pairs_text(list),
             "[<VRS>|V9][<++++++>|P1][<DESCRIZIONE-PROGRAMMA1>|ABC][<DESCRIZIONE-PROGRAMMA2>|DE]"
             "[//.///.////|01/Jan/2026][<----->|U1][<NOME-COGNOME>|N]"
-            "[<SEL/FET/DEL/INS/UPD/ROL/COM>|[COMM]][<++++++>|USER-WINS-NOT]");
+            "[<SEL/FET/DEL/INS/UPD/ROL/COM>|[COMM]][<TSO-LIBRARY>|U1.SRC][<LINK-COPY>|P1L]"
+            "[<++++++>|USER-WINS-NOT]");
 }
 
 TEST_F(ConversionListTest, HeaderValuesAndAccessList) {

@@ -189,6 +189,32 @@ TEST(HostTransfer, JclGoesToItsOwnLibraryAndTheProgramAlone) {
   }
 }
 
+// A routine's linkage copybook goes to the copy library after a backup of its own; without
+// a copy library it stays here and the send says so.
+TEST(HostTransfer, LinkageCopybookGoesToTheCopyLibrary) {
+  const std::string copybook = "       01  LK-AREA.\n           05 LK-REQUEST PIC X(80).\n";
+  for (const bool library : {true, false}) {
+    SCOPED_TRACE(library ? "copy library set" : "no copy library");
+    HostSetup setup;
+    fs::create_directories(setup.root / "USER01.COPYLIB");
+    const fs::path remote = setup.root / "USER01.COPYLIB" / "CUSTMOVL";
+    write_text(remote, "OLD AREA\n");
+    write_text(setup.member, kOld);
+    write_text(setup.programs / "CUSTMOVL.cpy", copybook);
+    if (library) setup.option("FTP_COPY_LIBRARY=USER01.COPYLIB");
+    if (!setup.serve()) GTEST_SKIP() << kNoServer;
+    test::CommandResult run = setup.home.run("--no send");
+    EXPECT_EQ(run.status, 0) << run.output;
+    EXPECT_EQ(read_text(setup.member), kNew);
+    EXPECT_EQ(read_text(remote), library ? copybook : "OLD AREA\n");
+    EXPECT_EQ(fs::exists(setup.programs / "CUSTMOV_C_1.BKP"), library);
+    if (library)
+      EXPECT_EQ(read_text(setup.programs / "CUSTMOV_C_1.BKP"), "OLD AREA\n");
+    else
+      EXPECT_NE(run.output.find("CUSTMOVL.cpy is not sent"), std::string::npos) << run.output;
+  }
+}
+
 TEST(HostTransfer, DclgenDownloadFetchesOnlyNewIncludes) {
   HostSetup setup;
   fs::create_directories(setup.root / "USER01.DCLGEN");

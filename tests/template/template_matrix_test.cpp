@@ -59,7 +59,12 @@ TEST(TemplateMatrixTest, EveryDefinitionGivesACleanProgram) {
     // The run JCL beside it, from this generation only: a routine is never a job step.
     const fs::path jcl = folder.path() / "programs/QVTEST.jcl";
     EXPECT_EQ(fs::exists(jcl), d.jcl && d.kind != 1) << what;
-    if (d.kind == 1) EXPECT_EQ(program.find("\n//"), std::string::npos) << what;
+    if (d.kind == 1) {
+      EXPECT_EQ(program.find("\n//"), std::string::npos) << what;
+      // Its callers' area is a copybook beside it, which the check's compile copies.
+      EXPECT_NE(program.find("COPY QVTESTL."), std::string::npos) << what;
+      EXPECT_TRUE(fs::exists(folder.path() / "programs/QVTESTL.cpy")) << what;
+    }
     report.file = (folder.path() / "programs/QVTEST.txt").string();
     check_jcl_beside(report, program, language);
     EXPECT_TRUE(report.findings.empty()) << what << "\n" << format_findings(report);
@@ -189,7 +194,7 @@ class TemplateRunTest : public ::testing::Test {
       write_text("run/DRIVER.cbl", driver);
       sources = "-fstatic-call run/DRIVER.cbl run/QVTEST.cbl run/CEE3ABD.cbl";
     }
-    CommandResult compiled = run_command("cobc -x -std=ibm -o run/qvtest " + sources);
+    CommandResult compiled = run_command("cobc -x -std=ibm -I programs -o run/qvtest " + sources);
     EXPECT_EQ(compiled.status, 0) << compiled.output;
     std::string environment;
     for (const auto& [name, file] : files) environment += "DD_" + name + "=" + file + " ";
@@ -282,26 +287,24 @@ TEST_F(TemplateRunTest, MatchProgramProcessesTheMatchingDetails) {
   EXPECT_NE(run.output.find("USER ABEND U+0000001012"), std::string::npos) << run.output;
 }
 
-// A routine is called, not run: a small driver calls it twice with two requests. Each call
-// starts afresh (its files read again from the start, its counters from zero), takes the
-// request, fills the response and shows no run statistics.
+// A routine is called, not run: a small driver, which takes the routine's area from the
+// linkage copybook generated beside it, calls it twice with two requests. Each call starts
+// afresh (its files read again from the start, its counters from zero), takes the request,
+// fills the response and shows no run statistics.
 TEST_F(TemplateRunTest, RoutineStartsEveryCallAfresh) {
   const std::string driver =
       "       IDENTIFICATION DIVISION.\n"
       "       PROGRAM-ID. DRIVER.\n"
       "       DATA DIVISION.\n"
       "       WORKING-STORAGE SECTION.\n"
-      "       01  WS-AREA.\n"
-      "           05 WS-REQUEST             PIC X(80).\n"
-      "           05 WS-RESPONSE            PIC X(80).\n"
-      "           05 WS-RETURN-CODE         PIC 9(02).\n"
+      "           COPY QVTESTL.\n"
       "       PROCEDURE DIVISION.\n"
-      "           MOVE 'REQ-1' TO WS-REQUEST\n"
-      "           CALL 'QVTEST' USING WS-AREA\n"
-      "           DISPLAY 'CALL 1 RC ' WS-RETURN-CODE ' <' WS-RESPONSE '>'\n"
-      "           MOVE 'REQ-2' TO WS-REQUEST\n"
-      "           CALL 'QVTEST' USING WS-AREA\n"
-      "           DISPLAY 'CALL 2 RC ' WS-RETURN-CODE ' <' WS-RESPONSE '>'\n"
+      "           MOVE 'REQ-1' TO LK-REQUEST\n"
+      "           CALL 'QVTEST' USING LK-AREA\n"
+      "           DISPLAY 'CALL 1 RC ' LK-RETURN-CODE ' <' LK-RESPONSE '>'\n"
+      "           MOVE 'REQ-2' TO LK-REQUEST\n"
+      "           CALL 'QVTEST' USING LK-AREA\n"
+      "           DISPLAY 'CALL 2 RC ' LK-RETURN-CODE ' <' LK-RESPONSE '>'\n"
       "           STOP RUN.\n";
   const std::string input = record("K001", "FIRST") + record("K002", "SECOND");
   write_text("in.dat", input);
@@ -499,7 +502,8 @@ TEST_F(HostVariablesTest, UpdateAndInsertCarryNullIndicators) {
   for (const char* expected :
        {", SECTION = :BR-SECTION :WRK-NULL-U1Q-01 ,", "01 WRK-NULL-U1Q-01 PIC S9(4) COMP",
         "IF BR-SECTION = SPACES MOVE -1 TO WRK-NULL-U1Q-01 END-IF",
-        "END-EXEC MOVE ZERO TO WRK-NULL-U1Q-01", ", :AMOUNT :WRK-NULL-I1Q-01 , :TXN-TEXT :WRK-NULL-I1Q-02",
+        "END-EXEC MOVE ZERO TO WRK-NULL-U1Q-01",
+        ", :AMOUNT :WRK-NULL-I1Q-01 , :TXN-TEXT :WRK-NULL-I1Q-02",
         ", :DCLACCTHIST.LAST-UPD-TS :WRK-NULL-I1Q-03 )", "01 WRK-NULL-I1Q-03 PIC S9(4) COMP",
         "IF TXN-TEXT-TEXT = SPACES MOVE -1 TO WRK-NULL-I1Q-02 END-IF",
         "MOVE ZERO TO TXN-TEXT-LEN INSPECT FUNCTION REVERSE(TXN-TEXT-TEXT) TALLYING TXN-TEXT-LEN "

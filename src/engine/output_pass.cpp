@@ -62,7 +62,12 @@ class Walker {
       return;
     }
     if (block_.count > 0 && code != block_.code) flush();
-    const FlagEntry* entry = pass_.flags.find(code);
+    // Runs of lines share a code: the last look-up is kept.
+    if (code != last_code_) {
+      last_code_ = code;
+      last_entry_ = pass_.flags.find(code);
+    }
+    const FlagEntry* entry = last_entry_;
     if (thru_only(raw) && !pass_.def.thru) return;
     if (negated(raw)) {
       // "!" in column 5: the line stands for what a program of its language does without
@@ -167,6 +172,8 @@ class Walker {
   const LoadedTemplate& lines_;
   OutputPass& pass_;
   Block block_;
+  std::string last_code_ = "\n\n\n";  // no code of a line
+  const FlagEntry* last_entry_ = nullptr;
 };
 
 }  // namespace

@@ -299,12 +299,14 @@ TEST_F(TemplateRunTest, RoutineStartsEveryCallAfresh) {
       "       WORKING-STORAGE SECTION.\n"
       "           COPY QVTESTL.\n"
       "       PROCEDURE DIVISION.\n"
-      "           MOVE 'REQ-1' TO LK-REQUEST\n"
-      "           CALL 'QVTEST' USING LK-AREA\n"
-      "           DISPLAY 'CALL 1 RC ' LK-RETURN-CODE ' <' LK-RESPONSE '>'\n"
-      "           MOVE 'REQ-2' TO LK-REQUEST\n"
-      "           CALL 'QVTEST' USING LK-AREA\n"
-      "           DISPLAY 'CALL 2 RC ' LK-RETURN-CODE ' <' LK-RESPONSE '>'\n"
+      "           MOVE 'REQ-1' TO QVTEST-REQUEST\n"
+      "           CALL 'QVTEST' USING QVTEST-AREA\n"
+      "           DISPLAY 'CALL 1 RC ' QVTEST-RETURN-CODE\n"
+      "                   ' <' QVTEST-RESPONSE '>'\n"
+      "           MOVE 'REQ-2' TO QVTEST-REQUEST\n"
+      "           CALL 'QVTEST' USING QVTEST-AREA\n"
+      "           DISPLAY 'CALL 2 RC ' QVTEST-RETURN-CODE\n"
+      "                   ' <' QVTEST-RESPONSE '>'\n"
       "           STOP RUN.\n";
   const std::string input = record("K001", "FIRST") + record("K002", "SECOND");
   write_text("in.dat", input);

@@ -62,7 +62,10 @@ class Disk {
   /// failure leaves the old one as it was. An existing file keeps its permissions.
   virtual FileWrite replace(const std::string& path, std::string_view text) = 0;
   /// replace() for a text made as it is written, so that a long one need not be held
-  /// whole. By default the pieces are kept and given to replace() by commit().
+  /// whole. By default the pieces are kept and given to replace() by commit(). The real
+  /// disk keeps the replaced contents aside (.NAME.prev, hidden beside the file) and writes
+  /// the next replacement over them, so that a file replaced again and again, as a program
+  /// generated again, costs no fresh allocation.
   virtual std::unique_ptr<Replacement> begin_replace(const std::string& path);
   /// Appends to the file, creating it; for logs only, which need no atomicity.
   virtual bool append(const std::string& path, std::string_view text, std::string& error) = 0;

@@ -1,4 +1,6 @@
 #include <fcntl.h>
+#include <stdio.h>
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,6 +17,12 @@
 // atomic only within one file system) with O_EXCL under a name no other writer uses, and
 // is removed on every failure path. fdatasync before the rename makes sure that a crash
 // after it finds the new contents, not an empty file under the old name.
+// A replacement begun with begin_replace (a generated program) writes instead over the
+// file the previous replacement put aside, .NAME.prev, and exchanges it with the file in
+// one rename: its blocks are already there, so neither their allocation nor the freeing of
+// the old file's blocks is waited for, and the previous contents stay aside until the next
+// replacement. The file put aside is locked while it is written; when it is taken, or the
+// system cannot exchange two names, the temporary file is used as for any other file.
 
 namespace quorva {
 namespace {
@@ -58,9 +66,17 @@ ssize_t read_up_to(int fd, char* buffer, std::size_t size) {
   return static_cast<ssize_t>(filled);
 }
 
+// The file a replacement of `path` puts its previous contents in: .NAME.prev beside it.
+std::string aside_name(const std::string& path) {
+  const size_t slash = path.rfind('/');
+  const std::string folder = slash == std::string::npos ? "" : path.substr(0, slash + 1);
+  const std::string base = slash == std::string::npos ? path : path.substr(slash + 1);
+  return folder + "." + base + ".prev";
+}
+
 class PosixReplacement : public Replacement {
  public:
-  explicit PosixReplacement(const std::string& path) : path_(path) {
+  PosixReplacement(const std::string& path, bool put_aside) : path_(path) {
     if (path.empty()) {
       refuse(ENOENT);
       return;
@@ -77,6 +93,11 @@ class PosixReplacement : public Replacement {
       refuse(EACCES);
       return;
     }
+#ifdef RENAME_EXCHANGE
+    if (put_aside && existed && open_aside(old)) return;
+#else
+    (void)put_aside;
+#endif
     temporary_ = temporary_name(path);
     fd_ = ::open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (fd_ < 0) {
@@ -107,7 +128,13 @@ class PosixReplacement : public Replacement {
       result.error = std::strerror(code_);
       return result;
     }
+    // Written over an older text: what lies past the new end goes.
+    if (!aside_.empty() && code_ == 0) {
+      const off_t end = ::lseek(fd_, 0, SEEK_CUR);
+      if (end < 0 || ::ftruncate(fd_, end) != 0) code_ = errno;
+    }
     if (code_ == 0 && ::fdatasync(fd_) != 0) code_ = errno;
+    if (!aside_.empty()) return exchange();
     if (::close(fd_) != 0 && code_ == 0) code_ = errno;
     fd_ = -1;
     if (code_ == 0 && ::rename(temporary_.c_str(), path_.c_str()) != 0) code_ = errno;
@@ -121,9 +148,52 @@ class PosixReplacement : public Replacement {
   }
 
  private:
-  void refuse(int code) { code_ = code; }
+  void refuse(int code) {
+    code_ = code;
+  }
+
+#ifdef RENAME_EXCHANGE
+  // Opens the file put aside for writing from its start, locked against another writer.
+  bool open_aside(const struct stat& old) {
+    const std::string aside = aside_name(path_);
+    const int fd = ::open(aside.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
+    if (fd < 0) return false;
+    struct stat st {};
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0 || ::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) ||
+        ::fchmod(fd, old.st_mode & 07777) != 0) {
+      ::close(fd);
+      return false;
+    }
+    fd_ = fd;
+    aside_ = aside;
+    return true;
+  }
+#endif
+
+  // The new text takes the file's name and the file goes aside, in one rename; a file
+  // system that cannot exchange names gets the plain rename.
+  FileWrite exchange() {
+    FileWrite result;
+#ifdef RENAME_EXCHANGE
+    if (code_ == 0 &&
+        ::renameat2(AT_FDCWD, aside_.c_str(), AT_FDCWD, path_.c_str(), RENAME_EXCHANGE) != 0) {
+      if (errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP) {
+        if (::rename(aside_.c_str(), path_.c_str()) != 0) code_ = errno;
+      } else {
+        code_ = errno;
+      }
+    }
+#endif
+    if (::close(fd_) != 0 && code_ == 0) code_ = errno;  // the lock goes with it
+    fd_ = -1;
+    if (code_ == 0) return result;
+    result.status = FileWrite::kWriteFailed;
+    result.error = std::strerror(code_);
+    return result;
+  }
 
   std::string path_;
+  std::string aside_;
   std::string temporary_;
   int fd_ = -1;
   int code_ = 0;
@@ -226,13 +296,13 @@ class PosixDisk : public Disk {
   }
 
   FileWrite replace(const std::string& path, std::string_view text) override {
-    PosixReplacement replacement(path);
+    PosixReplacement replacement(path, false);
     replacement.write(text);
     return replacement.commit();
   }
 
   std::unique_ptr<Replacement> begin_replace(const std::string& path) override {
-    return std::make_unique<PosixReplacement>(path);
+    return std::make_unique<PosixReplacement>(path, true);
   }
 
   bool append(const std::string& path, std::string_view text, std::string& error) override {

@@ -1,11 +1,14 @@
 #include "tagfile/tag_file.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -391,6 +394,35 @@ TEST_F(Store, AReplacementChangesTheFileAtItsCommitOnly) {
   EXPECT_EQ(counting.attempts, 2);
   for (const auto& entry : std::filesystem::directory_iterator("."))
     EXPECT_EQ(entry.path().filename().string().find(".tmp"), std::string::npos) << entry.path();
+}
+
+// A program generated again is written over the contents its previous replacement put
+// aside and exchanged with the file: the previous text stays aside, a shorter text leaves
+// nothing of a longer one, the file keeps its permissions, and an aside file another
+// writer holds is passed over for a temporary file.
+TEST_F(Store, AReplacementBegunWritesOverWhatItPutAside) {
+  auto replace = [](const std::string& text) {
+    std::unique_ptr<Replacement> r = real_disk().begin_replace("p.txt");
+    r->write(text);
+    return r->commit().ok();
+  };
+  write_text("p.txt", "first, a long one\n");
+  std::filesystem::permissions(
+      "p.txt", std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+  ASSERT_TRUE(replace("second\n"));
+  EXPECT_EQ(read_text("p.txt"), "second\n");
+  EXPECT_EQ(read_text(".p.txt.prev"), "first, a long one\n");
+  ASSERT_TRUE(replace("third\n"));
+  EXPECT_EQ(read_text("p.txt"), "third\n");
+  EXPECT_EQ(read_text(".p.txt.prev"), "second\n");
+  EXPECT_EQ(std::filesystem::status("p.txt").permissions() & std::filesystem::perms::all,
+            std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+  const int held = ::open(".p.txt.prev", O_RDONLY);
+  ASSERT_EQ(::flock(held, LOCK_EX), 0);
+  ASSERT_TRUE(replace("fourth\n"));
+  ::close(held);
+  EXPECT_EQ(read_text("p.txt"), "fourth\n");
+  EXPECT_EQ(read_text(".p.txt.prev"), "second\n");
 }
 
 TEST_F(Store, APasswordThatCannotBeWrittenIsInNoLog) {

@@ -72,9 +72,9 @@ class Walker {
     if (negated(raw)) {
       // "!" in column 5: the line stands for what a program of its language does without
       // that choice.
-      const std::string language = code.substr(0, code[0] == 'J' ? 2 : 1) + "  ";
-      if (!entry && pass_.flags.find(language.substr(0, 3)) &&
-          !filtered_out(position4(raw), pass_.def))
+      const std::string language =
+          code[0] == 'J' ? code.substr(0, 2) + " " : code.substr(0, 1) + "  ";
+      if (!entry && pass_.flags.find(language) && !filtered_out(position4(raw), pass_.def))
         pass_.writer.scrivi_riga_output(raw);
       return;
     }
@@ -90,9 +90,6 @@ class Walker {
     block_.members.push_back(index);
   }
 
-  // A match program's first output takes the details with their master, the others the
-  // details without one: column 6 "1" keeps a line to the first copy of its block there,
-  // "2" to the copies after the first, and only there.
   // The THRU half of a PERFORM goes with the THRU choice whatever column 4 says, so that
   // column stays free for another filter.
   static bool thru_only(std::string_view raw) {
@@ -110,6 +107,9 @@ class Walker {
     return raw.size() > 5 && raw[5] == '&' && is_db2_line(std::string(raw.substr(0, 4)));
   }
 
+  // A match program's first output takes the details with their master, the others the
+  // details without one: column 6 "1" keeps a line to the first copy of its block there,
+  // "2" to the copies after the first, and only there.
   bool copy_wanted(std::string_view raw, int k) const {
     const char copy = raw.size() > 5 ? raw[5] : ' ';
     const bool match = pass_.def.kind == ProgramDefinition::kMatch;

@@ -43,13 +43,18 @@ bool write_all(int fd, std::string_view text) {
   return true;
 }
 
-std::string temporary_name(const std::string& path) {
-  static std::atomic<unsigned> counter{0};
+// A hidden file beside `path`: .NAME + suffix in the same folder.
+std::string hidden_beside(const std::string& path, const std::string& suffix) {
   const size_t slash = path.rfind('/');
   const std::string folder = slash == std::string::npos ? "" : path.substr(0, slash + 1);
   const std::string base = slash == std::string::npos ? path : path.substr(slash + 1);
-  return folder + "." + base + ".tmp" + std::to_string(::getpid()) + "_" +
-         std::to_string(counter.fetch_add(1));
+  return folder + "." + base + suffix;
+}
+
+std::string temporary_name(const std::string& path) {
+  static std::atomic<unsigned> counter{0};
+  return hidden_beside(
+      path, ".tmp" + std::to_string(::getpid()) + "_" + std::to_string(counter.fetch_add(1)));
 }
 
 // Reads into buffer[0, size) until the end or the buffer is full; the bytes read, -1 on
@@ -68,10 +73,7 @@ ssize_t read_up_to(int fd, char* buffer, std::size_t size) {
 
 // The file a replacement of `path` puts its previous contents in: .NAME.prev beside it.
 std::string aside_name(const std::string& path) {
-  const size_t slash = path.rfind('/');
-  const std::string folder = slash == std::string::npos ? "" : path.substr(0, slash + 1);
-  const std::string base = slash == std::string::npos ? path : path.substr(slash + 1);
-  return folder + "." + base + ".prev";
+  return hidden_beside(path, ".prev");
 }
 
 class PosixReplacement : public Replacement {
